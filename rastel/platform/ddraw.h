@@ -1,0 +1,8 @@
+// DirectDraw and the part of COM that reaches it.
+#pragma once
+
+#if defined(_WIN32)
+#include "rastel/platform/windows/ddraw.h"
+#else
+#include "rastel/platform/portable/ddraw.h"
+#endif

@@ -1,0 +1,8 @@
+// Device contexts, bitmaps, brushes, pens, fonts, palettes, regions, blits and text.
+#pragma once
+
+#if defined(_WIN32)
+#include "rastel/platform/windows/gdi.h"
+#else
+#include "rastel/platform/portable/gdi.h"
+#endif

@@ -1,0 +1,8 @@
+// GDI+: the bitmap and drawing classes.
+#pragma once
+
+#if defined(_WIN32)
+#include "rastel/platform/windows/gdiplus.h"
+#else
+#include "rastel/platform/portable/gdiplus.h"
+#endif

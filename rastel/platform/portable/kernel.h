@@ -1,0 +1,76 @@
+// The kernel's services: clock, priorities, version, modules, global memory and wide text.
+#pragma once
+
+#include "rastel/platform/portable/types.h"
+
+#define NORMAL_PRIORITY_CLASS 0x00000020
+#define IDLE_PRIORITY_CLASS 0x00000040
+#define HIGH_PRIORITY_CLASS 0x00000080
+#define REALTIME_PRIORITY_CLASS 0x00000100
+
+#define THREAD_PRIORITY_NORMAL 0
+#define THREAD_PRIORITY_TIME_CRITICAL 15
+
+#define VER_PLATFORM_WIN32s 0
+#define VER_PLATFORM_WIN32_WINDOWS 1
+#define VER_PLATFORM_WIN32_NT 2
+
+#define GMEM_FIXED 0x0000
+#define GMEM_MOVEABLE 0x0002
+#define GMEM_ZEROINIT 0x0040
+#define GHND (GMEM_MOVEABLE | GMEM_ZEROINIT)
+
+#define ERROR_SUCCESS 0L
+#define ERROR_FILE_NOT_FOUND 2L
+#define ERROR_PATH_NOT_FOUND 3L
+#define ERROR_ACCESS_DENIED 5L
+#define ERROR_INVALID_HANDLE 6L
+#define ERROR_NOT_ENOUGH_MEMORY 8L
+#define ERROR_WRITE_FAULT 29L
+#define ERROR_INVALID_PARAMETER 87L
+#define ERROR_MORE_DATA 234L
+#define ERROR_NO_MORE_ITEMS 259L
+
+using FARPROC = INT_PTR (*)();
+
+struct OSVERSIONINFOW {
+    DWORD dwOSVersionInfoSize;
+    DWORD dwMajorVersion;
+    DWORD dwMinorVersion;
+    DWORD dwBuildNumber;
+    DWORD dwPlatformId;
+    WCHAR szCSDVersion[128];
+};
+using LPOSVERSIONINFOW = OSVERSIONINFOW*;
+
+RASTEL_API BOOL QueryPerformanceCounter(LARGE_INTEGER* count);          // nanoseconds
+RASTEL_API BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency);
+RASTEL_API DWORD GetTickCount();
+RASTEL_API void Sleep(DWORD milliseconds);
+
+// Accepted and without effect: a display library has no business above the host's own scheduling.
+RASTEL_API HANDLE GetCurrentProcess();
+RASTEL_API HANDLE GetCurrentThread();
+RASTEL_API BOOL SetPriorityClass(HANDLE process, DWORD priorityClass);
+RASTEL_API DWORD GetPriorityClass(HANDLE process);
+RASTEL_API BOOL SetThreadPriority(HANDLE thread, int priority);
+RASTEL_API int GetThreadPriority(HANDLE thread);
+
+RASTEL_API BOOL GetVersionExW(LPOSVERSIONINFOW version);
+RASTEL_API DWORD GetLastError();
+RASTEL_API void SetLastError(DWORD error);
+
+RASTEL_API HMODULE LoadLibraryW(LPCWSTR fileName);
+RASTEL_API HMODULE GetModuleHandleW(LPCWSTR moduleName);
+RASTEL_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
+RASTEL_API BOOL FreeLibrary(HMODULE module);
+
+RASTEL_API HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
+RASTEL_API LPVOID GlobalLock(HGLOBAL memory);
+RASTEL_API BOOL GlobalUnlock(HGLOBAL memory);
+RASTEL_API SIZE_T GlobalSize(HGLOBAL memory);
+RASTEL_API HGLOBAL GlobalFree(HGLOBAL memory);
+
+RASTEL_API int lstrlenW(LPCWSTR text);
+RASTEL_API LONGLONG _wtoi64(const wchar_t* text);
+RASTEL_API wchar_t* _i64tow(LONGLONG value, wchar_t* buffer, int radix);

@@ -1,0 +1,8 @@
+// Rectangle functions, windows, system metrics and display settings.
+#pragma once
+
+#if defined(_WIN32)
+#include "rastel/platform/windows/user.h"
+#else
+#include "rastel/platform/portable/user.h"
+#endif

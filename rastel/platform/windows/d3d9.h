@@ -1,0 +1,5 @@
+#pragma once
+
+#include "rastel/platform/windows/types.h"
+
+#include <d3d9.h>

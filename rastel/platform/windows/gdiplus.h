@@ -1,0 +1,14 @@
+#pragma once
+
+#include "rastel/platform/windows/types.h"
+
+#include <objbase.h>
+
+// The system's GDI+ headers call min and max without naming their namespace.
+#include <algorithm>
+namespace Gdiplus {
+using std::max;
+using std::min;
+}
+
+#include <gdiplus.h>

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "rastel/platform/windows/types.h"
