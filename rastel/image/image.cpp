@@ -1,0 +1,3 @@
+#include "rastel/image/image.h"
+
+winext::CImage::~CImage() = default;
