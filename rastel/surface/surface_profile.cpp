@@ -72,7 +72,7 @@ void CSurface::Profile() {
     if (first && second) {
         CRect rect(0, 0, 640, 480);
         const auto color = [](int pass) { return static_cast<DWORD>(pass); };
-        const MeasuringPriority priority;
+        const rastel::MeasuringPriority priority;
         s_perfFillColor = AverageTicks([&](int pass) { first->InternalFillColor(rect, color(pass)); });
         s_perfFillColorOwn = AverageTicks([&](int pass) { first->CSurface::InternalFillColor(rect, color(pass)); });
         s_perfFillColorGDI = AverageTicks([&](int pass) { first->InternalFillColorGDI(rect, color(pass)); });

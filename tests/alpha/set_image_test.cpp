@@ -34,7 +34,7 @@ protected:
 TEST_F(SetImageTest, SamplesByTruncationFromTheTopWhicheverWayTheRowsRun) {
     for (const int height : {7, -7}) {
         MakeImage(9, height);
-        for (const auto [width, rows] : {std::pair{9, 7}, {4, 3}, {18, 14}, {5, 11}, {1, 1}}) {
+        for (const auto& [width, rows] : {std::pair{9, 7}, {4, 3}, {18, 14}, {5, 11}, {1, 1}}) {
             plane.Destroy();
             ASSERT_EQ(plane.Initialize(width, rows), 1);
             ASSERT_EQ(plane.SetImage(image), 1);

@@ -47,15 +47,16 @@ protected:
 };
 
 // A surface whose every pixel is told apart by its red and green.
-TestStore Chart(int width, int height, int extraPitch = 0) {
-    TestStore chart(width, height, extraPitch);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            chart.SetPixel(x, y, 0x00000040u | static_cast<DWORD>(x + 1) << 16 | static_cast<DWORD>(y + 1) << 8);
+class Chart : public TestStore {
+public:
+    Chart(int width, int height, int extraPitch = 0) : TestStore(width, height, extraPitch) {
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                SetPixel(x, y, 0x00000040u | static_cast<DWORD>(x + 1) << 16 | static_cast<DWORD>(y + 1) << 8);
+            }
         }
     }
-    return chart;
-}
+};
 
 COLORREF ChartColor(int x, int y) {
     return RGB(x + 1, y + 1, 0x40);
@@ -74,7 +75,7 @@ void ExpectShown(const CRect& part, int x, int y, const CRect& limit) {
 }
 
 TEST_F(Presenting, TheWholeScreenIsTheTargetWithoutAWindow) {
-    TestStore chart = Chart(40, 30);
+    Chart chart(40, 30);
     EXPECT_EQ(primary->Blt(-10, 140, chart, nullptr), 1);
     ExpectShown(CRect(0, 0, 40, 30), -10, 140, CRect(0, 0, 200, 150));
 }
@@ -83,7 +84,7 @@ TEST_F(Presenting, APartOfASurfaceOfAnyPitchLandsWithItsCorner) {
     CRect part(5, 6, 25, 100);
     for (const int extraPitch : {0, 20}) {
         Start(200, 150, 32);
-        TestStore chart = Chart(40, 30, extraPitch);
+        Chart chart(40, 30, extraPitch);
         EXPECT_EQ(primary->Blt(50, 60, chart, &part), 1);
         ExpectShown(CRect(5, 6, 25, 30), 50, 60, CRect(0, 0, 200, 150));
         EXPECT_FALSE(chart.isLocked);
@@ -94,7 +95,7 @@ TEST_F(Presenting, AWindowIsFollowedAndItsNeighboursAreLeftAlone) {
     const CRect first(20, 30, 60, 55), moved(100, 90, 140, 115);
     const HWND window = rastel::platform::CreateMemoryWindow(first);
     EXPECT_EQ(primary->SetWindow(window), 1);
-    TestStore chart = Chart(60, 60);
+    Chart chart(60, 60);
     EXPECT_EQ(primary->Blt(-5, -6, chart, nullptr), 1);
     ExpectShown(CRect(0, 0, 60, 60), 15, 24, first);
 
@@ -118,7 +119,7 @@ TEST_F(Presenting, AWindowIsFollowedAndItsNeighboursAreLeftAlone) {
 }
 
 TEST_F(Presenting, WhatLiesOffTheScreenIsASuccessWithNothingDrawn) {
-    TestStore chart = Chart(40, 30);
+    Chart chart(40, 30);
     CRect none(10, 10, 10, 20), outside(100, 100, 120, 120);
     EXPECT_EQ(primary->Blt(-40, 0, chart, nullptr), 1);
     EXPECT_EQ(primary->Blt(200, 0, chart, nullptr), 1);
@@ -148,7 +149,7 @@ TEST_F(Presenting, WhatLiesOffTheScreenIsASuccessWithNothingDrawn) {
 }
 
 TEST_F(Presenting, ASurfaceThatCantBeLockedDrawsNothing) {
-    TestStore chart = Chart(10, 10);
+    Chart chart(10, 10);
     chart.refuseLock = true;
     EXPECT_EQ(primary->Blt(0, 0, chart, nullptr), 1);
     EXPECT_EQ(primary->m_hDC, nullptr);
@@ -174,7 +175,7 @@ TEST_F(Presenting, TheDisplaysContextIsOneUntilItIsReleased) {
 }
 
 TEST_F(Presenting, OtherWaysFallBackButNotWhileMeasuring) {
-    TestStore chart = Chart(10, 10);
+    Chart chart(10, 10);
     CRect rect(0, 0, 10, 10);
     struct Counting : OpenPrimary {
         int stretches = 0;

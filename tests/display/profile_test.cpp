@@ -177,7 +177,7 @@ TEST_F(Profiling, WithoutATestSurfaceTheChoicesAreStillMade) {
 // A screen smaller than the test picture, and a window that is already set: whatever is drawn stays on the screen,
 // and the screen is put back.
 TEST_F(Profiling, SmallScreensAndWindowsInPlaceAreLeftAsTheyWere) {
-    for (const auto [width, height] : {std::pair{320, 200}, {800, 100}, {100, 600}, {1, 1}}) {
+    for (const auto& [width, height] : {std::pair{320, 200}, {800, 100}, {100, 600}, {1, 1}}) {
         UseDisplay(width, height, 32);
         PaintScreen(width, height);
         const std::vector<unsigned char> before = ScreenBytes();

@@ -21,72 +21,68 @@ using Images = ::testing::Types<CDib, CDibSection>;
 TYPED_TEST_SUITE(DibTest, Images);
 
 TYPED_TEST(DibTest, RowsArePaddedToFourBytes) {
-    CDib& image = this->image;
     const struct {
         int width, bits, pitch;
     } cases[] = {{3, 8, 4}, {3, 24, 12}, {3, 1, 4}, {33, 1, 8}, {3, 16, 8}, {9, 4, 8}, {100, 32, 400}};
     for (const auto& c : cases) {
-        ASSERT_EQ(image.Create(c.width, 2, c.bits), 1) << c.bits;
-        EXPECT_EQ(image.GetPitch(), c.pitch) << c.width << ' ' << c.bits;
-        EXPECT_EQ(image.GetBitsPrPixel(), c.bits);
-        EXPECT_NE(image.GetBits(), nullptr);
+        ASSERT_EQ(this->image.Create(c.width, 2, c.bits), 1) << c.bits;
+        EXPECT_EQ(this->image.GetPitch(), c.pitch) << c.width << ' ' << c.bits;
+        EXPECT_EQ(this->image.GetBitsPrPixel(), c.bits);
+        EXPECT_NE(this->image.GetBits(), nullptr);
     }
 }
 
 TYPED_TEST(DibTest, TheSameSizeKeepsTheImageWhicheverWayItRuns) {
-    CDib& image = this->image;
-    ASSERT_EQ(image.Create(10, -10, 32), 1);
-    EXPECT_EQ(image.IsTopDown(), 1);
-    EXPECT_EQ(image.GetHeight(), 10);
-    image.GetBits()[0] = 7;
-    EXPECT_EQ(image.Create(10, 10, 32), 1);
-    EXPECT_EQ(image.IsTopDown(), 1);
-    EXPECT_EQ(image.GetBits()[0], 7);
+    ASSERT_EQ(this->image.Create(10, -10, 32), 1);
+    EXPECT_EQ(this->image.IsTopDown(), 1);
+    EXPECT_EQ(this->image.GetHeight(), 10);
+    this->image.GetBits()[0] = 7;
+    EXPECT_EQ(this->image.Create(10, 10, 32), 1);
+    EXPECT_EQ(this->image.IsTopDown(), 1);
+    EXPECT_EQ(this->image.GetBits()[0], 7);
 
-    ASSERT_EQ(image.Create(11, 10, 32), 1);
-    EXPECT_EQ(image.IsTopDown(), 0);
-    EXPECT_EQ(image.Create(11, -10, 32), 1);
-    EXPECT_EQ(image.IsTopDown(), 1);
+    ASSERT_EQ(this->image.Create(11, 10, 32), 1);
+    EXPECT_EQ(this->image.IsTopDown(), 0);
+    EXPECT_EQ(this->image.Create(11, -10, 32), 1);
+    EXPECT_EQ(this->image.IsTopDown(), 1);
 }
 
 TYPED_TEST(DibTest, BadDepthsKeepTheImageAndImpossibleSizesEndIt) {
-    CDib& image = this->image;
-    ASSERT_EQ(image.Create(4, 4, 8), 1);
+    ASSERT_EQ(this->image.Create(4, 4, 8), 1);
     for (const int bits : {0, 2, 12, 15, 64, -8, INT_MAX}) {
-        EXPECT_EQ(image.Create(5, 5, bits), 0);
+        EXPECT_EQ(this->image.Create(5, 5, bits), 0);
     }
-    EXPECT_EQ(image.GetWidth(), 4);
+    EXPECT_EQ(this->image.GetWidth(), 4);
     for (const int height : {INT_MAX, -INT_MAX, INT_MIN, 0x10000000}) {
-        EXPECT_EQ(image.Create(INT_MAX, height, 32), 0);
-        EXPECT_EQ(image.Create(16, height, 32), 0);
+        EXPECT_EQ(this->image.Create(INT_MAX, height, 32), 0);
+        EXPECT_EQ(this->image.Create(16, height, 32), 0);
     }
-    EXPECT_EQ(image.Create(-5, 5, 32), 0);
-    EXPECT_EQ(image.GetBits(), nullptr);
-    EXPECT_EQ(image.GetWidth(), 0);
+    EXPECT_EQ(this->image.Create(-5, 5, 32), 0);
+    EXPECT_EQ(this->image.GetBits(), nullptr);
+    EXPECT_EQ(this->image.GetWidth(), 0);
 }
 
 TYPED_TEST(DibTest, ColoursSwapOnTheWayIntoTheTable) {
-    CDib& image = this->image;
-    EXPECT_EQ(image.GetColorTable(), nullptr);
-    EXPECT_NE(image.HasColorTable(), 0);   // true of no image too
-    ASSERT_EQ(image.Create(4, 4, 8), 1);
-    image.GetColorTable()[200].rgbReserved = 9;
-    EXPECT_EQ(image.SetColor(200, 0xEE332211), 1);
-    EXPECT_EQ(image.GetColor(200), 0x00332211u);
-    const RGBQUAD entry = image.GetColorTable()[200];
+    EXPECT_EQ(this->image.GetColorTable(), nullptr);
+    EXPECT_NE(this->image.HasColorTable(), 0);   // true of no image too
+    ASSERT_EQ(this->image.Create(4, 4, 8), 1);
+    this->image.GetColorTable()[200].rgbReserved = 9;
+    EXPECT_EQ(this->image.SetColor(200, 0xEE332211), 1);
+    EXPECT_EQ(this->image.GetColor(200), 0x00332211u);
+    const RGBQUAD entry = this->image.GetColorTable()[200];
     EXPECT_EQ(entry.rgbBlue, 0x33);
     EXPECT_EQ(entry.rgbGreen, 0x22);
     EXPECT_EQ(entry.rgbRed, 0x11);
     EXPECT_EQ(entry.rgbReserved, 9);
-    EXPECT_EQ(image.SetColor(256, 1), 0);
-    EXPECT_EQ(image.SetColor(-1, 1), 0);
-    EXPECT_EQ(image.GetColor(INT_MIN), 0u);
-    ASSERT_EQ(image.Create(4, 4, 4), 1);
-    EXPECT_EQ(image.SetColor(16, 1), 0);
-    EXPECT_EQ(image.SetColor(15, 1), 1);
-    ASSERT_EQ(image.Create(4, 4, 32), 1);
-    EXPECT_EQ(image.SetColor(0, 1), 0);
-    EXPECT_EQ(image.GetColorTable(), nullptr);
+    EXPECT_EQ(this->image.SetColor(256, 1), 0);
+    EXPECT_EQ(this->image.SetColor(-1, 1), 0);
+    EXPECT_EQ(this->image.GetColor(INT_MIN), 0u);
+    ASSERT_EQ(this->image.Create(4, 4, 4), 1);
+    EXPECT_EQ(this->image.SetColor(16, 1), 0);
+    EXPECT_EQ(this->image.SetColor(15, 1), 1);
+    ASSERT_EQ(this->image.Create(4, 4, 32), 1);
+    EXPECT_EQ(this->image.SetColor(0, 1), 0);
+    EXPECT_EQ(this->image.GetColorTable(), nullptr);
 }
 
 TEST(DibSection, AddressAndBitmapShowTheSamePixels) {

@@ -71,7 +71,7 @@ public:
         std::mt19937 random(seed);
         for (int y = 0; y < m_Height; ++y) {
             for (int x = 0; x < m_Width; ++x) {
-                SetPixel(x, y, random());
+                SetPixel(x, y, static_cast<DWORD>(random()));
             }
         }
     }
@@ -131,7 +131,7 @@ inline std::vector<DWORD> Noise(std::size_t count, unsigned seed) {
     std::mt19937 random(seed);
     std::vector<DWORD> words(count);
     for (DWORD& word : words) {
-        word = random();
+        word = static_cast<DWORD>(random());
     }
     return words;
 }

@@ -1,0 +1,54 @@
+// The table of inner loops: one row of functions for each instruction set, chosen once.
+//
+// A kernel takes pointers, pitches in bytes (they may be negative), a width in pixels, a height, and constants. It knows
+// no surface and allocates nothing, takes any alignment and a width or height of 0 or less, and touches nothing outside its
+// rectangles. Rectangles rather than single rows, because at sprite sizes a call for each row is what costs. Source and
+// target may share memory only in the copies. Pixels are 0xAARRGGBB words, planes bytes.
+#pragma once
+
+#include <span>
+
+#include "rastel/platform/types.h"
+
+namespace rastel::kernels {
+
+struct RowTable {
+    const char* name;      // "avx2", "sse2", "plain"
+    bool (*runsHere)();    // the processor and the system allow it
+
+    // All bytes move, row by row from the top, each row as memmove moves it.
+    void (*copyRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*fillRect)(BYTE* target, int targetPitch, int width, int height, DWORD pixel);
+    // Leaves out pixels whose low 24 bits equal the key's; the others land with alpha byte 0.
+    void (*keyCopyRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height,
+                        DWORD key);
+    // Every byte: (byte * factor) >> 8, its low 8 bits.
+    void (*shadowRect)(BYTE* target, int targetPitch, int width, int height, DWORD factor);
+
+    // Planes: a pixel is a byte.
+    void (*copyBytesRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*fillBytesRect)(BYTE* target, int targetPitch, int width, int height, BYTE value);
+    void (*mergeRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*maxRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    // (byte * factor) >> 8 of the signed 32-bit product, its low 8 bits.
+    void (*multiplyRect)(BYTE* target, int targetPitch, int width, int height, int factor);
+    void (*invertRect)(BYTE* target, int targetPitch, int width, int height);
+
+    // A plane from pixels. Whole words are compared: equal gives 0; different gives 255; the other bytes stay.
+    void (*transparentMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
+                                DWORD color);
+    void (*opaqueMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
+                           DWORD color);
+    // The low 24 bits are compared: equal gives `outside`, different `inside`.
+    void (*keyMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
+                        DWORD key, BYTE outside, BYTE inside);
+};
+
+std::span<const RowTable* const> AllTables();   // best first; the last runs anywhere
+const RowTable& Rows();                         // the chosen one
+const RowTable& PlainRows();                    // the definition of the numbers
+
+// For tests: the table of that name from now on, or the best again for null. False: unknown, or it doesn't run here.
+bool ForceTable(const char* name);
+
+}   // namespace rastel::kernels

@@ -1,0 +1,169 @@
+// The plain forms: what each kernel means, a pixel at a time.
+#include <algorithm>
+#include <cstring>
+
+#include "rastel/surface/kernel_tables.h"
+
+namespace rastel::kernels {
+
+namespace {
+
+DWORD LoadPixel(const BYTE* at) {
+    DWORD pixel;
+    std::memcpy(&pixel, at, sizeof(pixel));
+    return pixel;
+}
+
+void StorePixel(BYTE* at, DWORD pixel) {
+    std::memcpy(at, &pixel, sizeof(pixel));
+}
+
+template <class Row>
+void ForRows(BYTE* target, int targetPitch, int height, Row row) {
+    for (int y = 0; y < height; ++y, target += targetPitch) {
+        row(target);
+    }
+}
+
+template <class Row>
+void ForRows(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int height, Row row) {
+    for (int y = 0; y < height; ++y, target += targetPitch, source += sourcePitch) {
+        row(target, source);
+    }
+}
+
+// Bits 8 to 15 of the product: what is left of (byte * factor) >> 8, whatever the factor's sign and size.
+BYTE Scaled(BYTE byte, DWORD factor) {
+    return static_cast<BYTE>(byte * factor >> 8);
+}
+
+void CopyBytesRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    if (width < 1) {
+        return;
+    }
+    ForRows(target, targetPitch, source, sourcePitch, height,
+            [=](BYTE* t, const BYTE* s) { std::memmove(t, s, static_cast<std::size_t>(width)); });
+}
+
+void CopyRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    CopyBytesRect(target, targetPitch, source, sourcePitch, width * 4, height);
+}
+
+void FillRect(BYTE* target, int targetPitch, int width, int height, DWORD pixel) {
+    ForRows(target, targetPitch, height, [=](BYTE* t) {
+        for (int x = 0; x < width; ++x) {
+            StorePixel(t + x * 4, pixel);
+        }
+    });
+}
+
+void KeyCopyRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height, DWORD key) {
+    ForRows(target, targetPitch, source, sourcePitch, height, [=](BYTE* t, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            const DWORD color = LoadPixel(s + x * 4) & 0xFFFFFF;
+            if (color != (key & 0xFFFFFF)) {
+                StorePixel(t + x * 4, color);
+            }
+        }
+    });
+}
+
+void ShadowRect(BYTE* target, int targetPitch, int width, int height, DWORD factor) {
+    ForRows(target, targetPitch, height, [=](BYTE* t) {
+        for (int i = 0; i < width * 4; ++i) {
+            t[i] = Scaled(t[i], factor);
+        }
+    });
+}
+
+void FillBytesRect(BYTE* target, int targetPitch, int width, int height, BYTE value) {
+    if (width < 1) {
+        return;
+    }
+    ForRows(target, targetPitch, height, [=](BYTE* t) { std::memset(t, value, static_cast<std::size_t>(width)); });
+}
+
+void MergeRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ForRows(target, targetPitch, source, sourcePitch, height, [=](BYTE* t, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            t[x] = static_cast<BYTE>(t[x] * s[x] >> 8);
+        }
+    });
+}
+
+void MaxRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ForRows(target, targetPitch, source, sourcePitch, height, [=](BYTE* t, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            t[x] = std::max(t[x], s[x]);
+        }
+    });
+}
+
+void MultiplyRect(BYTE* target, int targetPitch, int width, int height, int factor) {
+    ForRows(target, targetPitch, height, [=](BYTE* t) {
+        for (int x = 0; x < width; ++x) {
+            t[x] = Scaled(t[x], static_cast<DWORD>(factor));
+        }
+    });
+}
+
+void InvertRect(BYTE* target, int targetPitch, int width, int height) {
+    ForRows(target, targetPitch, height, [=](BYTE* t) {
+        for (int x = 0; x < width; ++x) {
+            t[x] = static_cast<BYTE>(255 - t[x]);
+        }
+    });
+}
+
+void TransparentMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
+                         DWORD color) {
+    ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            if (LoadPixel(s + x * 4) == color) {
+                p[x] = 0;
+            }
+        }
+    });
+}
+
+void OpaqueMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
+                    DWORD color) {
+    ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            if (LoadPixel(s + x * 4) != color) {
+                p[x] = 255;
+            }
+        }
+    });
+}
+
+void KeyMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height, DWORD key,
+                 BYTE outside, BYTE inside) {
+    ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            p[x] = ((LoadPixel(s + x * 4) ^ key) & 0xFFFFFF) == 0 ? outside : inside;
+        }
+    });
+}
+
+}   // namespace
+
+const RowTable plainTable = {
+    .name = "plain",
+    .runsHere = [] { return true; },
+    .copyRect = CopyRect,
+    .fillRect = FillRect,
+    .keyCopyRect = KeyCopyRect,
+    .shadowRect = ShadowRect,
+    .copyBytesRect = CopyBytesRect,
+    .fillBytesRect = FillBytesRect,
+    .mergeRect = MergeRect,
+    .maxRect = MaxRect,
+    .multiplyRect = MultiplyRect,
+    .invertRect = InvertRect,
+    .transparentMaskRect = TransparentMaskRect,
+    .opaqueMaskRect = OpaqueMaskRect,
+    .keyMaskRect = KeyMaskRect,
+};
+
+}   // namespace rastel::kernels
