@@ -42,6 +42,27 @@ struct RowTable {
     // The low 24 bits are compared: equal gives `outside`, different `inside`.
     void (*keyMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
                         DWORD key, BYTE outside, BYTE inside);
+
+    // Blends in 7-bit arithmetic: for each byte back + ((source - back) * weight >> 7). A plane byte a weighs a >> 1,
+    // but 253 weighs 127 and 255 weighs 128; a constant alpha weighs (alpha & 255) >> 1. Pixels go in pairs from the row's
+    // start: the first of a pair gets alpha byte 0, the second the blend of the alpha bytes, and the odd last pixel, with
+    // weight a >> 1, keeps the target's.
+    void (*alphaRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* alpha,
+                      int alphaPitch, int width, int height);
+    void (*alphaColorRect)(BYTE* target, int targetPitch, DWORD color, const BYTE* alpha, int alphaPitch, int width,
+                           int height);
+    // `back` may be the target. In the keyed form all alpha bytes become 0, and a pixel whose low 24 bits equal the key's
+    // weighs 0.
+    void (*alphaConstRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back,
+                           int backPitch, int width, int height, int alpha);
+    void (*alphaConstTransRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back,
+                                int backPitch, int width, int height, int alpha, DWORD key);
+
+    // "Over" on straight colours, onto pixels with a plane of their own, which is updated (see docs/arithmetic.md).
+    void (*alphaAdvRect)(BYTE* target, int targetPitch, BYTE* plane, int planePitch, const BYTE* source,
+                         int sourcePitch, const BYTE* alpha, int alphaPitch, int width, int height);
+    void (*alphaColorAdvRect)(BYTE* target, int targetPitch, BYTE* plane, int planePitch, DWORD color,
+                              const BYTE* alpha, int alphaPitch, int width, int height);
 };
 
 std::span<const RowTable* const> AllTables();   // best first; the last runs anywhere

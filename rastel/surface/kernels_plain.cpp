@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "rastel/surface/blend_plain.h"
 #include "rastel/surface/kernel_tables.h"
 
 namespace rastel::kernels {
@@ -164,6 +165,12 @@ const RowTable plainTable = {
     .transparentMaskRect = TransparentMaskRect,
     .opaqueMaskRect = OpaqueMaskRect,
     .keyMaskRect = KeyMaskRect,
+    .alphaRect = plain::AlphaRect,
+    .alphaColorRect = plain::AlphaColorRect,
+    .alphaConstRect = plain::AlphaConstRect,
+    .alphaConstTransRect = plain::AlphaConstTransRect,
+    .alphaAdvRect = plain::AlphaAdvRect,
+    .alphaColorAdvRect = plain::AlphaColorAdvRect,
 };
 
 }   // namespace rastel::kernels

@@ -51,9 +51,66 @@ struct Vec {
         const V words = _mm_packs_epi32(equal(0), equal(1));
         return _mm_packs_epi16(words, words);
     }
+
+    // Blending.
+    using PixelBytes = std::uint32_t;
+    struct Weights {
+        V low, high;
+    };
+    static V Set64(std::uint64_t value) { return _mm_set1_epi64x(static_cast<long long>(value)); }
+    static V Equal8(V a, V b) { return _mm_cmpeq_epi8(a, b); }
+    static V Subtract8(V a, V b) { return _mm_sub_epi8(a, b); }
+    static V Add16(V a, V b) { return _mm_add_epi16(a, b); }
+    static V Subtract16(V a, V b) { return _mm_sub_epi16(a, b); }
+    static V Min16(V a, V b) { return _mm_min_epi16(a, b); }
+    static bool IsEqual(V a, V b) { return _mm_movemask_epi8(_mm_cmpeq_epi8(a, b)) == 0xFFFF; }
+    static V LoadTwo(const BYTE* at) { return LoadHalf(at); }
+    static void StoreTwo(BYTE* at, V value) { StoreHalf(at, value); }
+    static V SpreadPixelBytes(PixelBytes packed) {   // each byte four times
+        const V once = _mm_cvtsi32_si128(static_cast<int>(packed));
+        const V twice = _mm_unpacklo_epi8(once, once);
+        return _mm_unpacklo_epi16(twice, twice);
+    }
+    static Weights MakeWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
+    // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits.
+    static V Blend7(V back, V source, Weights weights) {
+        const auto blend = [](V b, V s, V weight) {
+            return _mm_add_epi16(b, _mm_srai_epi16(_mm_mullo_epi16(_mm_sub_epi16(s, b), weight), 7));
+        };
+        return Narrow(blend(WidenLow(back), WidenLow(source), weights.low),
+                      blend(WidenHigh(back), WidenHigh(source), weights.high));
+    }
+    // A byte a pixel to 32 bits a pixel, and on to 16 bits for each byte of the first or last pixels.
+    static V WidenPixelBytes(PixelBytes packed) {
+        const V bytesOnly = _mm_cvtsi32_si128(static_cast<int>(packed));
+        return _mm_unpacklo_epi16(_mm_unpacklo_epi8(bytesOnly, _mm_setzero_si128()), _mm_setzero_si128());
+    }
+    static V RepeatLow(V wide) {
+        const V twice = _mm_or_si128(wide, _mm_slli_epi32(wide, 16));
+        return _mm_unpacklo_epi32(twice, twice);
+    }
+    static V RepeatHigh(V wide) {
+        const V twice = _mm_or_si128(wide, _mm_slli_epi32(wide, 16));
+        return _mm_unpackhi_epi32(twice, twice);
+    }
+    static PixelBytes PackPixelBytes(V wide) {
+        const V words = _mm_packs_epi32(wide, wide);
+        return static_cast<PixelBytes>(_mm_cvtsi128_si32(_mm_packus_epi16(words, words)));
+    }
+    // 65536 / coverage, truncated, at most 65535; 65535 at 0. The quotient of two floats is never rounded up to the
+    // next whole number here: it stays at least 1/255 below.
+    static V Reciprocals(V coverage) {
+        const V divisor = _mm_max_epi16(coverage, _mm_set1_epi32(1));
+        const V quotient = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(divisor)));
+        return _mm_add_epi32(quotient, _mm_cmpgt_epi32(quotient, _mm_set1_epi32(65535)));
+    }
 };
 
 #include "rastel/surface/kernel_bodies.inc"
+
+#include "rastel/surface/blend_bodies.inc"
+
+#include "rastel/surface/filled_table.inc"
 
 }   // namespace
 

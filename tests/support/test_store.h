@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "rastel/surface/surface.h"
+#include "tests/support/pixels.h"
 
 namespace rastel::test {
 
@@ -103,29 +104,6 @@ private:
     std::vector<std::string>* log_;
     std::vector<unsigned char> bytes_;
 };
-
-// The pixels of any colour surface, as words.
-inline std::vector<DWORD> PixelsOf(CSurface& surface) {
-    std::vector<DWORD> pixels(static_cast<std::size_t>(surface.GetWidth() * surface.GetHeight()));
-    if (const unsigned char* const bits = surface.LockData()) {
-        for (int y = 0; y < surface.GetHeight(); ++y) {
-            std::memcpy(pixels.data() + y * surface.GetWidth(), bits + y * surface.GetPitch(),
-                        static_cast<std::size_t>(surface.GetWidth()) * 4);
-        }
-        surface.UnlockData();
-    }
-    return pixels;
-}
-
-inline void SetPixels(CSurface& surface, const std::vector<DWORD>& pixels) {
-    if (unsigned char* const bits = surface.LockData()) {
-        for (int y = 0; y < surface.GetHeight(); ++y) {
-            std::memcpy(bits + y * surface.GetPitch(), pixels.data() + y * surface.GetWidth(),
-                        static_cast<std::size_t>(surface.GetWidth()) * 4);
-        }
-        surface.UnlockData();
-    }
-}
 
 inline std::vector<DWORD> Noise(std::size_t count, unsigned seed) {
     std::mt19937 random(seed);

@@ -27,6 +27,8 @@
 #define DSTINVERT 0x00550009u
 #define BLACKNESS 0x00000042u
 #define WHITENESS 0x00FF0062u
+#define NOMIRRORBITMAP 0x80000000u
+#define CAPTUREBLT 0x40000000u
 
 #define BLACKONWHITE 1
 #define WHITEONBLACK 2
@@ -34,10 +36,20 @@
 #define HALFTONE 4
 
 #define R2_BLACK 1
+#define R2_NOTMERGEPEN 2
+#define R2_MASKNOTPEN 3
+#define R2_NOTCOPYPEN 4
+#define R2_MASKPENNOT 5
 #define R2_NOT 6
 #define R2_XORPEN 7
+#define R2_NOTMASKPEN 8
+#define R2_MASKPEN 9
+#define R2_NOTXORPEN 10
 #define R2_NOP 11
+#define R2_MERGENOTPEN 12
 #define R2_COPYPEN 13
+#define R2_MERGEPENNOT 14
+#define R2_MERGEPEN 15
 #define R2_WHITE 16
 
 #define RGN_ERROR 0
@@ -51,6 +63,8 @@
 #define RGN_COPY 5
 #define RDH_RECTANGLES 1
 
+#define TECHNOLOGY 2
+#define DT_RASDISPLAY 1
 #define HORZSIZE 4
 #define VERTSIZE 6
 #define HORZRES 8
@@ -265,6 +279,8 @@ RASTEL_API HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT us
                                     DWORD offset);
 RASTEL_API int GetDIBits(HDC context, HBITMAP bitmap, UINT firstRow, UINT rows, LPVOID bits, LPBITMAPINFO info,
                          UINT usage);
+RASTEL_API int SetDIBits(HDC context, HBITMAP bitmap, UINT firstRow, UINT rows, const void* bits,
+                         const BITMAPINFO* info, UINT usage);
 RASTEL_API UINT SetDIBColorTable(HDC context, UINT first, UINT count, const RGBQUAD* colors);
 RASTEL_API UINT GetDIBColorTable(HDC context, UINT first, UINT count, RGBQUAD* colors);
 
@@ -309,9 +325,13 @@ RASTEL_API HRGN CreateRectRgnIndirect(const RECT* rect);
 RASTEL_API int CombineRgn(HRGN target, HRGN first, HRGN second, int mode);
 RASTEL_API int GetRgnBox(HRGN region, LPRECT box);
 RASTEL_API DWORD GetRegionData(HRGN region, DWORD bytes, LPRGNDATA data);
+RASTEL_API BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom);
+RASTEL_API int OffsetRgn(HRGN region, int dx, int dy);
 RASTEL_API int SelectClipRgn(HDC context, HRGN region);
 RASTEL_API int IntersectClipRect(HDC context, int left, int top, int right, int bottom);
 RASTEL_API int ExcludeClipRect(HDC context, int left, int top, int right, int bottom);
+RASTEL_API int GetClipRgn(HDC context, HRGN region);
+RASTEL_API BOOL RectVisible(HDC context, const RECT* rect);
 RASTEL_API int GetClipBox(HDC context, LPRECT box);
 RASTEL_API int SetMetaRgn(HDC context);
 

@@ -7,9 +7,17 @@
 #define IDLE_PRIORITY_CLASS 0x00000040
 #define HIGH_PRIORITY_CLASS 0x00000080
 #define REALTIME_PRIORITY_CLASS 0x00000100
+#define BELOW_NORMAL_PRIORITY_CLASS 0x00004000
+#define ABOVE_NORMAL_PRIORITY_CLASS 0x00008000
 
+#define THREAD_PRIORITY_IDLE (-15)
+#define THREAD_PRIORITY_LOWEST (-2)
 #define THREAD_PRIORITY_NORMAL 0
+#define THREAD_PRIORITY_HIGHEST 2
 #define THREAD_PRIORITY_TIME_CRITICAL 15
+#define THREAD_PRIORITY_ERROR_RETURN 0x7FFFFFFF
+
+#define INFINITE 0xFFFFFFFF
 
 #define VER_PLATFORM_WIN32s 0
 #define VER_PLATFORM_WIN32_WINDOWS 1
@@ -28,6 +36,11 @@
 #define ERROR_NOT_ENOUGH_MEMORY 8L
 #define ERROR_WRITE_FAULT 29L
 #define ERROR_INVALID_PARAMETER 87L
+#define ERROR_INSUFFICIENT_BUFFER 122L
+#define ERROR_MOD_NOT_FOUND 126L
+#define ERROR_PROC_NOT_FOUND 127L
+#define ERROR_NOT_LOCKED 158L
+#define ERROR_BAD_PATHNAME 161L
 #define ERROR_MORE_DATA 234L
 #define ERROR_NO_MORE_ITEMS 259L
 
@@ -43,12 +56,12 @@ struct OSVERSIONINFOW {
 };
 using LPOSVERSIONINFOW = OSVERSIONINFOW*;
 
-RASTEL_API BOOL QueryPerformanceCounter(LARGE_INTEGER* count);          // nanoseconds
+RASTEL_API BOOL QueryPerformanceCounter(LARGE_INTEGER* count);   // nanoseconds
 RASTEL_API BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency);
 RASTEL_API DWORD GetTickCount();
 RASTEL_API void Sleep(DWORD milliseconds);
 
-// Accepted and without effect: a display library has no business above the host's own scheduling.
+// Kept and given back, without effect: a display library has no business above the host's own scheduling.
 RASTEL_API HANDLE GetCurrentProcess();
 RASTEL_API HANDLE GetCurrentThread();
 RASTEL_API BOOL SetPriorityClass(HANDLE process, DWORD priorityClass);
@@ -56,21 +69,27 @@ RASTEL_API DWORD GetPriorityClass(HANDLE process);
 RASTEL_API BOOL SetThreadPriority(HANDLE thread, int priority);
 RASTEL_API int GetThreadPriority(HANDLE thread);
 
-RASTEL_API BOOL GetVersionExW(LPOSVERSIONINFOW version);
+RASTEL_API BOOL GetVersionExW(LPOSVERSIONINFOW version);   // the size must be that of OSVERSIONINFOW
 RASTEL_API DWORD GetLastError();
 RASTEL_API void SetLastError(DWORD error);
 
+// Modules are the services built into the library, found by name in any case, with or without ".dll". No file is
+// ever loaded as code.
 RASTEL_API HMODULE LoadLibraryW(LPCWSTR fileName);
 RASTEL_API HMODULE GetModuleHandleW(LPCWSTR moduleName);
 RASTEL_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 RASTEL_API BOOL FreeLibrary(HMODULE module);
 
+// A fixed block's handle is its address. A moveable one's handle is not: GlobalLock gives the address and counts,
+// GlobalUnlock counts back and returns 0 at none. A handle that is no block, or no longer one, fails everywhere.
 RASTEL_API HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
 RASTEL_API LPVOID GlobalLock(HGLOBAL memory);
 RASTEL_API BOOL GlobalUnlock(HGLOBAL memory);
 RASTEL_API SIZE_T GlobalSize(HGLOBAL memory);
-RASTEL_API HGLOBAL GlobalFree(HGLOBAL memory);
+RASTEL_API HGLOBAL GlobalFree(HGLOBAL memory);   // null, or the handle where it was no block
 
 RASTEL_API int lstrlenW(LPCWSTR text);
-RASTEL_API LONGLONG _wtoi64(const wchar_t* text);
+RASTEL_API LONGLONG _wtoi64(const wchar_t* text);   // stops at the ends of the range; 0 without digits
+// The buffer must hold 65 units for radix 2, 21 for radix 10. Only radix 10 writes a sign. Another radix than 2 to 36
+// gives empty text.
 RASTEL_API wchar_t* _i64tow(LONGLONG value, wchar_t* buffer, int radix);

@@ -1,4 +1,10 @@
 // The registry of the current user, kept as files: a folder a key, a file a value.
+//
+// It lies under rastel/registry in $XDG_CONFIG_HOME, or in .config of $HOME; a host may name another folder. Threads
+// and processes may share it: a value is written whole or not at all, and the last writer wins. Names are compared
+// without regard to case; a backslash divides the levels of a key, "/" is a character like any other. A file that is no
+// whole value, whatever it is, reads as a value that is not stored. Handles are checked: one that is not open gives
+// ERROR_INVALID_HANDLE.
 #pragma once
 
 #include "rastel/platform/portable/kernel.h"
@@ -10,6 +16,8 @@
 
 #define KEY_QUERY_VALUE 0x0001
 #define KEY_SET_VALUE 0x0002
+#define KEY_CREATE_SUB_KEY 0x0004
+#define KEY_ENUMERATE_SUB_KEYS 0x0008
 #define KEY_READ 0x20019
 #define KEY_WRITE 0x20006
 #define KEY_ALL_ACCESS 0xF003F
@@ -43,5 +51,5 @@ RASTEL_API LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name);
 RASTEL_API LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR subKey);
 RASTEL_API LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameLength, LPDWORD reserved,
                                  LPWSTR className, LPDWORD classLength, void* lastWrite);
-RASTEL_API LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameLength, LPDWORD reserved,
-                                 LPDWORD type, LPBYTE data, LPDWORD dataBytes);
+RASTEL_API LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameLength, LPDWORD reserved, LPDWORD type,
+                                 LPBYTE data, LPDWORD dataBytes);

@@ -1,0 +1,287 @@
+#include "rastel/platform/portable/gdi/pixel_convert.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "rastel/platform/portable/gdi.h"
+#include "rastel/platform/portable/gdi/pixel_color.h"
+#include "rastel/platform/portable/gdi/pixel_rows.h"
+
+namespace rastel::platform {
+
+namespace {
+
+constexpr std::size_t kCacheSize = 4096;   // a power of two
+constexpr COLORREF kNoColor = 0xFFFFFFFF;
+constexpr PixelFormat kUsual32 = {32, 0xFF0000, 0x00FF00, 0x0000FF};
+constexpr PixelFormat kUsual24 = {24, 0xFF0000, 0x00FF00, 0x0000FF};
+constexpr PixelFormat kUsual565 = {16, 0xF800, 0x07E0, 0x001F};
+constexpr PixelFormat kUsual555 = {16, 0x7C00, 0x03E0, 0x001F};
+
+bool SameColors(const PixelBuffer& first, const PixelBuffer& second) {
+    if (first.colors == second.colors && first.colorCount == second.colorCount) {
+        return true;
+    }
+    if (first.colors == nullptr || second.colors == nullptr || first.colorCount != second.colorCount) {
+        return false;
+    }
+    return std::equal(first.colors, first.colors + first.colorCount, second.colors,
+                      [](const RGBQUAD& a, const RGBQUAD& b) { return ColorOf(a) == ColorOf(b); });
+}
+
+// The usual plane of coverage: index and grey are the same number.
+bool IsGreyRamp(const PixelBuffer& buffer) {
+    if (buffer.format.bitsPerPixel != 8 || !buffer.format.IsIndexed() || buffer.colorCount != 256) {
+        return false;
+    }
+    for (DWORD i = 0; i < 256; ++i) {
+        if (ColorOf(buffer.colors[i]) != i * 0x010101) {
+            return false;
+        }
+    }
+    return true;
+}
+
+DWORD Load32(const unsigned char* source) {
+    DWORD value;
+    std::memcpy(&value, source, 4);
+    return value;
+}
+
+template <typename Value>
+void Store(unsigned char* target, Value value) {
+    std::memcpy(target, &value, sizeof(value));
+}
+
+void Row32To24(const unsigned char* source, unsigned char* target, int count) {
+    // Four pixels make three whole words.
+    for (; count >= 4; count -= 4, source += 16, target += 12) {
+        const DWORD a = Load32(source) & 0xFFFFFF;
+        const DWORD b = Load32(source + 4) & 0xFFFFFF;
+        const DWORD c = Load32(source + 8) & 0xFFFFFF;
+        const DWORD d = Load32(source + 12) & 0xFFFFFF;
+        Store(target, a | (b << 24));
+        Store(target + 4, (b >> 8) | (c << 16));
+        Store(target + 8, (c >> 16) | (d << 8));
+    }
+    for (; count > 0; --count, source += 4, target += 3) {
+        target[0] = source[0];
+        target[1] = source[1];
+        target[2] = source[2];
+    }
+}
+
+void Row24To32(const unsigned char* source, unsigned char* target, int count) {
+    for (; count >= 4; count -= 4, source += 12, target += 16) {
+        const DWORD a = Load32(source);
+        const DWORD b = Load32(source + 4);
+        const DWORD c = Load32(source + 8);
+        Store(target, a & 0xFFFFFF);
+        Store(target + 4, (a >> 24) | ((b & 0xFFFF) << 8));
+        Store(target + 8, (b >> 16) | ((c & 0xFF) << 16));
+        Store(target + 12, c >> 8);
+    }
+    for (; count > 0; --count, source += 3, target += 4) {
+        Store(target, DWORD{source[0]} | (DWORD{source[1]} << 8) | (DWORD{source[2]} << 16));
+    }
+}
+
+template <int GreenBits>
+void Row32To16(const unsigned char* source, unsigned char* target, int count) {
+    constexpr int kRedShift = GreenBits + 5;
+    constexpr DWORD kGreenMask = ((1u << GreenBits) - 1) << 5;
+    constexpr DWORD kRedMask = 0x1Fu << kRedShift;
+    for (int i = 0; i < count; ++i) {
+        const DWORD value = Load32(source + static_cast<std::ptrdiff_t>(i) * 4);
+        const DWORD packed = ((value >> (19 - kRedShift)) & kRedMask) |
+                             ((value >> (16 - GreenBits - 5)) & kGreenMask) | ((value >> 3) & 0x1F);
+        Store(target + static_cast<std::ptrdiff_t>(i) * 2, static_cast<std::uint16_t>(packed));
+    }
+}
+
+template <int GreenBits>
+void Row16To32(const unsigned char* source, unsigned char* target, int count) {
+    for (int i = 0; i < count; ++i) {
+        std::uint16_t packed;
+        std::memcpy(&packed, source + static_cast<std::ptrdiff_t>(i) * 2, 2);
+        const DWORD red = (packed >> (GreenBits + 5)) & 0x1Fu;
+        const DWORD green = (packed >> 5) & ((1u << GreenBits) - 1);
+        const DWORD blue = packed & 0x1Fu;
+        const DWORD value = (((red << 3) | (red >> 2)) << 16) |
+                            (((green << (8 - GreenBits)) | (green >> (2 * GreenBits - 8))) << 8) | (blue << 3) |
+                            (blue >> 2);
+        Store(target + static_cast<std::ptrdiff_t>(i) * 4, value);
+    }
+}
+
+DWORD GreyOf(COLORREF color) { return (DWORD{GetRValue(color)} + GetGValue(color) + GetBValue(color) + 1) / 3; }
+
+}   // namespace
+
+PixelConverter::PixelConverter(const PixelBuffer& source, const PixelBuffer& target, const MonoColors& mono)
+    : source_(source.format), target_(target.format) {
+    const bool sameMono = mono.sourceIsMono && mono.targetIsMono;
+    const bool sameTables = !source_.IsIndexed() || (!mono.sourceIsMono && SameColors(source, target));
+    if (sameMono || (source_ == target_ && sameTables && !mono.targetIsMono)) {
+        kind_ = Kind::Identity;
+    } else if (source_.IsIndexed()) {
+        kind_ = Kind::Table;
+        MakeTable(source, target, mono);
+    } else if (mono.targetIsMono && mono.matchExactly) {
+        kind_ = Kind::Match;
+        match_ = PixelOfColor(source, mono.match);
+        matchMask_ = source_.redMask | source_.greenMask | source_.blueMask;
+    } else {
+        MakeChannels(source_, target_.IsIndexed() ? kUsual32 : target_);
+        kind_ = !target_.IsIndexed() ? Kind::Channels : IsGreyRamp(target) ? Kind::Grey : Kind::Nearest;
+        if (kind_ == Kind::Nearest && target.colors != nullptr) {
+            colors_.assign(target.colors, target.colors + target.colorCount);
+        }
+    }
+}
+
+void PixelConverter::MakeTable(const PixelBuffer& source, const PixelBuffer& target, const MonoColors& mono) {
+    const std::size_t size = std::size_t{1} << source_.bitsPerPixel;
+    table_.resize(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        const COLORREF color = !mono.sourceIsMono ? ColorOfPixel(source, static_cast<DWORD>(i))
+                               : i == 0           ? mono.text
+                                                  : mono.back;
+        if (mono.targetIsMono && mono.matchExactly) {
+            table_[i] = color == mono.match ? 1 : 0;
+        } else {
+            table_[i] = PixelOfColor(target, color);
+        }
+    }
+}
+
+void PixelConverter::MakeChannels(const PixelFormat& source, const PixelFormat& target) {
+    const DWORD sourceMasks[3] = {source.redMask, source.greenMask, source.blueMask};
+    const DWORD targetMasks[3] = {target.redMask, target.greenMask, target.blueMask};
+    table_.resize(3 * 256);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Channel from(sourceMasks[i]);
+        const Channel to(targetMasks[i]);
+        shifts_[i] = from.shift;
+        channelMasks_[i] = (1u << from.bits) - 1;
+        for (DWORD value = 0; value <= channelMasks_[i]; ++value) {
+            table_[i * 256 + value] = to.bits == 0 ? 0 : to.Narrow(from.Widen(value << from.shift));
+        }
+    }
+}
+
+DWORD PixelConverter::NearestIndex(COLORREF color) {
+    if (cache_.empty()) {
+        cache_.assign(kCacheSize, {kNoColor, 0});
+    }
+    Remembered& slot = cache_[((color * 0x9E3779B1u) >> 20) & (kCacheSize - 1)];
+    if (slot.color != color) {
+        slot = {color, static_cast<DWORD>(NearestColor(colors_.data(), static_cast<int>(colors_.size()), color))};
+    }
+    return slot.index;
+}
+
+void PixelConverter::Map(const DWORD* source, DWORD* target, int count) {
+    switch (kind_) {
+        case Kind::Identity:
+            if (source != target && count > 0) {
+                std::memcpy(target, source, static_cast<std::size_t>(count) * 4);
+            }
+            return;
+        case Kind::Table:
+            for (int i = 0; i < count; ++i) {
+                target[i] = table_[source[i] & (table_.size() - 1)];
+            }
+            return;
+        case Kind::Match:
+            for (int i = 0; i < count; ++i) {
+                target[i] = (source[i] & matchMask_) == match_ ? 1 : 0;
+            }
+            return;
+        case Kind::Channels:
+        case Kind::Grey:
+        case Kind::Nearest:
+            break;
+    }
+    const DWORD* const red = table_.data();
+    const DWORD* const green = red + 256;
+    const DWORD* const blue = green + 256;
+    for (int i = 0; i < count; ++i) {
+        const DWORD value = source[i];
+        target[i] = red[(value >> shifts_[0]) & channelMasks_[0]] | green[(value >> shifts_[1]) & channelMasks_[1]] |
+                    blue[(value >> shifts_[2]) & channelMasks_[2]];
+    }
+    if (kind_ == Kind::Channels) {
+        return;
+    }
+    for (int i = 0; i < count; ++i) {
+        const COLORREF color = RGB(target[i] >> 16, target[i] >> 8, target[i]);
+        target[i] = kind_ == Kind::Grey ? GreyOf(color) : NearestIndex(color);
+    }
+}
+
+bool PixelConverter::ConvertRowFast(const unsigned char* source, unsigned char* target, int count) const {
+    if (kind_ != Kind::Channels) {
+        return false;
+    }
+    if (source_ == kUsual32) {
+        if (target_ == kUsual24) {
+            Row32To24(source, target, count);
+        } else if (target_ == kUsual565) {
+            Row32To16<6>(source, target, count);
+        } else if (target_ == kUsual555) {
+            Row32To16<5>(source, target, count);
+        } else {
+            return false;
+        }
+        return true;
+    }
+    if (target_ == kUsual32) {
+        if (source_ == kUsual24) {
+            Row24To32(source, target, count);
+        } else if (source_ == kUsual565) {
+            Row16To32<6>(source, target, count);
+        } else if (source_ == kUsual555) {
+            Row16To32<5>(source, target, count);
+        } else {
+            return false;
+        }
+        return true;
+    }
+    return false;
+}
+
+void PixelConverter::ConvertRow(const unsigned char* sourceRow, int sourceX, unsigned char* targetRow, int targetX,
+                                int count) {
+    if (count <= 0) {
+        return;
+    }
+    const bool wholeBytes = source_.bitsPerPixel >= 8 && target_.bitsPerPixel >= 8;
+    if (wholeBytes) {
+        const unsigned char* const source = sourceRow + ByteOffset(source_.bitsPerPixel, sourceX);
+        unsigned char* const target = targetRow + ByteOffset(target_.bitsPerPixel, targetX);
+        if (IsIdentity()) {
+            std::memmove(target, source, static_cast<std::size_t>(ByteOffset(source_.bitsPerPixel, count)));
+            return;
+        }
+        if (ConvertRowFast(source, target, count)) {
+            return;
+        }
+        if (kind_ == Kind::Table && target_.bitsPerPixel == 32) {
+            for (int i = 0; i < count; ++i) {
+                Store(target + static_cast<std::ptrdiff_t>(i) * 4, table_[source[i]]);
+            }
+            return;
+        }
+    }
+    constexpr int kChunk = 256;
+    DWORD values[kChunk];
+    for (int done = 0; done < count; done += kChunk) {
+        const int part = std::min(kChunk, count - done);
+        LoadRow(sourceRow, source_.bitsPerPixel, sourceX + done, part, values);
+        Map(values, values, part);
+        StoreRow(targetRow, target_.bitsPerPixel, targetX + done, part, values);
+    }
+}
+
+}   // namespace rastel::platform

@@ -1,0 +1,136 @@
+#include "rastel/platform/portable/screen/x11_windows.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+namespace rastel::platform {
+
+namespace {
+
+std::span<const xcb_window_t> ChildrenOf(const xcb_query_tree_reply_t& tree) {
+    return {xcb_query_tree_children(&tree), static_cast<std::size_t>(xcb_query_tree_children_length(&tree))};
+}
+
+}   // namespace
+
+X11Windows::X11Windows(X11Connection& connection)
+    : connection_(connection),
+      xcb_(connection.Get()),
+      compositor_(connection.Atom("_NET_WM_CM_S" + std::to_string(connection.ScreenNumber()))) {}
+
+std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
+    const xcb_window_t root = connection_.Root();
+    const auto geometryCookie = xcb_get_geometry(xcb_, window);
+    const auto originCookie = xcb_translate_coordinates(xcb_, window, root, 0, 0);
+    const auto attributesCookie = xcb_get_window_attributes(xcb_, window);
+    const auto screenCookie = xcb_get_geometry(xcb_, root);
+    const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, geometryCookie, nullptr));
+    const XReply<xcb_translate_coordinates_reply_t> origin(
+        xcb_translate_coordinates_reply(xcb_, originCookie, nullptr));
+    const XReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(xcb_, attributesCookie, nullptr));
+    const XReply<xcb_get_geometry_reply_t> screen(xcb_get_geometry_reply(xcb_, screenCookie, nullptr));
+    if (!geometry || !origin || !attributes || !screen || !origin->same_screen) {
+        return std::nullopt;
+    }
+    X11WindowFacts facts;
+    facts.window = window;
+    facts.client = {origin->dst_x, origin->dst_y, origin->dst_x + geometry->width, origin->dst_y + geometry->height};
+    facts.screen = {screen->width, screen->height};
+    facts.place = {geometry->x, geometry->y};
+    facts.border = geometry->border_width;
+    facts.depth = geometry->depth;
+    facts.visual = attributes->visual;
+    facts.colormap = attributes->colormap;
+    facts.isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    facts.hasPixels = attributes->_class != XCB_WINDOW_CLASS_INPUT_ONLY;
+    return facts;
+}
+
+Region X11Windows::VisibleArea(const X11WindowFacts& facts) {
+    if (!facts.isViewable || !facts.hasPixels) {
+        return {};
+    }
+    const xcb_window_t root = connection_.Root();
+    Region visible(facts.client);
+    visible.Intersect(RECT{0, 0, facts.screen.cx, facts.screen.cy});
+    if (facts.window == root || visible.IsEmpty()) {
+        return visible;
+    }
+
+    std::vector<Cover> covers;
+    xcb_window_t window = facts.window;
+    POINT origin = {facts.client.left, facts.client.top};
+    POINT place = facts.place;
+    int border = facts.border;
+    XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(xcb_, xcb_query_tree(xcb_, window), nullptr));
+    if (!tree) {
+        return {};
+    }
+    for (const xcb_window_t child : ChildrenOf(*tree)) {
+        covers.push_back({child, origin});
+    }
+    while (window != root) {
+        const xcb_window_t parent = tree->parent;
+        const auto treeCookie = xcb_query_tree(xcb_, parent);
+        const auto geometryCookie = xcb_get_geometry(xcb_, parent);
+        tree.reset(xcb_query_tree_reply(xcb_, treeCookie, nullptr));
+        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, geometryCookie, nullptr));
+        if (!tree || !geometry) {
+            return {};   // it is being taken apart
+        }
+        origin = {origin.x - border - place.x, origin.y - border - place.y};
+        if (parent != root || !IsComposited()) {
+            const auto siblings = ChildrenOf(*tree);   // from the lowest to the highest
+            auto above = std::find(siblings.begin(), siblings.end(), window);
+            for (above += above != siblings.end() ? 1 : 0; above != siblings.end(); ++above) {
+                covers.push_back({*above, origin});
+            }
+        }
+        if (parent != root) {
+            visible.Intersect(RECT{origin.x, origin.y, origin.x + geometry->width, origin.y + geometry->height});
+        }
+        window = parent;
+        place = {geometry->x, geometry->y};
+        border = geometry->border_width;
+    }
+    SubtractCovers(covers, &visible);
+    return visible;
+}
+
+void X11Windows::SubtractCovers(const std::vector<Cover>& covers, Region* visible) {
+    // All questions first, so that many windows cost one round trip.
+    struct Question {
+        xcb_get_geometry_cookie_t geometry;
+        xcb_get_window_attributes_cookie_t attributes;
+    };
+    std::vector<Question> questions;
+    questions.reserve(covers.size());
+    for (const Cover& cover : covers) {
+        const auto geometry = xcb_get_geometry(xcb_, cover.window);
+        questions.push_back({geometry, xcb_get_window_attributes(xcb_, cover.window)});
+    }
+    for (std::size_t i = 0; i < covers.size(); ++i) {
+        const XReply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(xcb_, questions[i].geometry, nullptr));
+        const XReply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(xcb_, questions[i].attributes, nullptr));
+        if (!geometry || !attributes || attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY ||
+            attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
+            continue;
+        }
+        const LONG left = covers[i].origin.x + geometry->x;
+        const LONG top = covers[i].origin.y + geometry->y;
+        const int borders = 2 * geometry->border_width;
+        visible->Subtract(RECT{left, top, left + geometry->width + borders, top + geometry->height + borders});
+    }
+}
+
+bool X11Windows::IsComposited() {
+    const XReply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(xcb_, xcb_get_selection_owner(xcb_, compositor_), nullptr));
+    return owner && owner->owner != XCB_NONE;
+}
+
+}   // namespace rastel::platform

@@ -1,0 +1,51 @@
+// Where the windows of an X server are and what of them can be seen. Any window of any client will do.
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <optional>
+#include <vector>
+
+#include "rastel/platform/portable/gdi/region.h"
+#include "rastel/platform/portable/screen/x11_connection.h"
+
+namespace rastel::platform {
+
+struct X11WindowFacts {
+    xcb_window_t window = 0;
+    RECT client{};      // on the screen, without the border
+    SIZE screen{};      // of the whole screen, at the same moment
+    POINT place{};      // of the border's corner, inside the parent
+    int border = 0;
+    int depth = 0;
+    xcb_visualid_t visual = 0;
+    xcb_colormap_t colormap = 0;
+    bool isViewable = false;     // it and all it lies in are mapped
+    bool hasPixels = false;
+};
+
+class X11Windows {
+public:
+    explicit X11Windows(X11Connection& connection);
+
+    // Asked anew each time, in one round trip, so that a moved window is found where it is. Nothing: no such window.
+    std::optional<X11WindowFacts> Find(xcb_window_t window);
+
+    // What other windows leave of the part that is on the screen. Under a compositing manager each window on the
+    // screen has its own pixels and hides nothing of another one.
+    Region VisibleArea(const X11WindowFacts& facts);
+
+private:
+    struct Cover {
+        xcb_window_t window;
+        POINT origin;   // of its parent, on the screen
+    };
+    void SubtractCovers(const std::vector<Cover>& covers, Region* visible);
+    bool IsComposited();
+
+    X11Connection& connection_;
+    xcb_connection_t* const xcb_;
+    xcb_atom_t compositor_;
+};
+
+}   // namespace rastel::platform
