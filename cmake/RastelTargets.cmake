@@ -1,17 +1,28 @@
-# How this project's own targets are built: flags that no consumer inherits, and the two helpers that each folder's
-# list of files goes through.
+# How this project's own targets are built: flags that no consumer inherits, and the helpers that each folder's list of
+# files goes through.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 
+if(PROJECT_IS_TOP_LEVEL)
+  find_program(RASTEL_CCACHE ccache)
+  if(RASTEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${RASTEL_CCACHE}")
+  endif()
+endif()
+
 add_library(rastel_flags INTERFACE)
 target_compile_options(rastel_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
+# g++ 12 reports overlaps inside std::string that are not there.
+target_compile_options(rastel_flags INTERFACE
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 if(RASTEL_WARNINGS_AS_ERRORS)
   target_compile_options(rastel_flags INTERFACE -Werror)
 endif()
 if(RASTEL_SANITIZE)
-  target_compile_options(rastel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(rastel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                -fno-omit-frame-pointer)
   target_link_options(rastel_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
@@ -29,6 +40,7 @@ function(rastel_apply_suffix_flags)
   endforeach()
 endfunction()
 
+# rastel_sources(file...): adds files of the current folder to the library.
 function(rastel_sources)
   set(files)
   foreach(file IN LISTS ARGN)
@@ -38,9 +50,23 @@ function(rastel_sources)
   rastel_apply_suffix_flags(${files})
 endfunction()
 
+# rastel_test_environment(test): keeps a test away from the user's registry and desktop.
+function(rastel_test_environment name)
+  set(home "${PROJECT_BINARY_DIR}/test-homes/${name}")
+  file(MAKE_DIRECTORY "${home}")
+  set_tests_properties(${name} PROPERTIES
+    ENVIRONMENT "XDG_CONFIG_HOME=${home}"
+    ENVIRONMENT_MODIFICATION "DISPLAY=unset:;WAYLAND_DISPLAY=unset:"
+    TIMEOUT 900)
+endfunction()
+
 # rastel_test(name file...): one test program a subsystem.
 function(rastel_test name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE rastel rastel_flags rastel_test_support)
+  if(TARGET rastel_test_pch)
+    target_precompile_headers(${name} REUSE_FROM rastel_test_pch)
+  endif()
   add_test(NAME ${name} COMMAND ${name})
+  rastel_test_environment(${name})
 endfunction()

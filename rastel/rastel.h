@@ -2,7 +2,10 @@
 #pragma once
 
 #include "rastel/alpha/alpha_channel.h"
+#include "rastel/alpha/blend.h"
 #include "rastel/alpha/dib_alpha_channel.h"
+#include "rastel/composite/adv_kernels.h"
+#include "rastel/composite/adv_surface.h"
 #include "rastel/display/display_manager.h"
 #include "rastel/display/palette_map.h"
 #include "rastel/display/primary_surface.h"

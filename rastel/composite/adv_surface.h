@@ -95,4 +95,11 @@ protected:
     CSurface* m_pSurface = nullptr;
     CAlphaChannel* m_pAlphaChannel = nullptr;
     DWORD m_ColorKey = noColorKey;
+
+private:
+    struct AdvRows;
+    template <class Draw>
+    int BlendAdv(int x, int y, CAdvSurface& src, CAlphaChannel& alpha, const CRect& rcSrc, Draw draw);
+    template <class Draw>
+    int BlendColorAdv(int x, int y, CAlphaChannel& alpha, const CRect& rcSrc, Draw draw);
 };

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "rastel/alpha/dib_alpha_channel.h"
+#include "rastel/composite/adv_surface.h"
 #include "rastel/display/primary_surface.h"
 #include "rastel/platform/gdi.h"
 #include "rastel/surface/dib_surface.h"
@@ -83,6 +84,11 @@ CAlphaChannel* CDisplayManager::CreateAlphaChannel(int width, int height) {
                                       [=](CAlphaChannel& plane) { return plane.Initialize(width, height); });
 }
 
-CAdvSurface* CDisplayManager::CreateAdvSurface(int, int, int) {
-    return nullptr;   // composites are not made yet
+CAdvSurface* CDisplayManager::CreateAdvSurface(int width, int height, int withAlpha) {
+    if (width == 0 || height == 0) {
+        return nullptr;
+    }
+    return Initialized(new (std::nothrow) CAdvSurface, [=](CAdvSurface& composite) {
+        return composite.InitializeSurface(width, height, withAlpha);
+    });
 }

@@ -19,30 +19,38 @@ HDC CreateScreenContext() {
     return ::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
 }
 
-// Moves the test area between the screen and a bitmap. Deletes the context.
+// Moves the test area between the screen and a bitmap, and deletes the context. False: it could not be moved.
 template <class Move>
-void WithAreaBitmap(HDC screen, HBITMAP bitmap, Move move) {
+bool WithAreaBitmap(HDC screen, HBITMAP bitmap, Move move) {
+    bool isMoved = false;
     if (const HDC memory = ::CreateCompatibleDC(screen)) {
         const HGDIOBJ old = ::SelectObject(memory, bitmap);
-        move(memory);
+        isMoved = old && move(memory);
         ::SelectObject(memory, old);
         ::DeleteDC(memory);
     }
     ::DeleteDC(screen);
+    return isMoved;
 }
 
+// Null: nothing was saved, and nothing may be put back.
 HBITMAP SaveArea(HDC screen, int x, int y) {
     const HBITMAP saved = ::CreateCompatibleBitmap(screen, testWidth, testHeight);
-    WithAreaBitmap(screen, saved, [&](HDC memory) {
-        ::BitBlt(memory, 0, 0, testWidth, testHeight, screen, x, y, SRCCOPY);
+    const bool isSaved = WithAreaBitmap(screen, saved, [&](HDC memory) {
+        return ::BitBlt(memory, 0, 0, testWidth, testHeight, screen, x, y, SRCCOPY) != FALSE;
     });
-    return saved;
+    if (isSaved) {
+        return saved;
+    }
+    ::DeleteObject(saved);
+    return nullptr;
 }
 
 void RestoreArea(HBITMAP saved, int x, int y) {
-    if (const HDC screen = CreateScreenContext()) {
+    const HDC screen = saved ? CreateScreenContext() : nullptr;
+    if (screen) {
         WithAreaBitmap(screen, saved, [&](HDC memory) {
-            ::BitBlt(screen, x, y, testWidth, testHeight, memory, 0, 0, SRCCOPY);
+            return ::BitBlt(screen, x, y, testWidth, testHeight, memory, 0, 0, SRCCOPY) != FALSE;
         });
     }
     ::DeleteObject(saved);
@@ -96,6 +104,7 @@ private:
         std::swap(primary_.m_hWnd, window_);
         std::swap(primary_.m_ptOrigin, origin_);
         std::swap(primary_.m_hDC, dc_);
+        std::swap(primary_.m_hWndOfDC, windowOfDc_);
         std::swap(primary_.m_hPalette, palette_);
         std::swap(primary_.m_hOldPalette, oldPalette_);
     }
@@ -104,6 +113,7 @@ private:
     HWND window_ = nullptr;
     POINT origin_ = {0, 0};
     HDC dc_ = nullptr;
+    HWND windowOfDc_ = nullptr;
     HPALETTE palette_ = nullptr;
     HPALETTE oldPalette_ = nullptr;
 };

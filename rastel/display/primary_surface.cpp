@@ -41,6 +41,10 @@ int CPrimarySurface::Initialize(CDisplayManager* pManager) {
     if (const HDC display = GetDisplayDC()) {
         m_nBitsPrPixel = ::GetDeviceCaps(display, PLANES) * ::GetDeviceCaps(display, BITSPIXEL);
         ReleaseDisplayDC(display);
+    } else if (const HDC screen = ::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr)) {
+        // The window is gone, but the display still has a depth.
+        m_nBitsPrPixel = ::GetDeviceCaps(screen, PLANES) * ::GetDeviceCaps(screen, BITSPIXEL);
+        ::DeleteDC(screen);
     }
 
     Profile();
@@ -99,13 +103,12 @@ HDC CPrimarySurface::GetDisplayDC() {
     if (m_hDC) {
         return m_hDC;
     }
-    if (m_hWnd) {
-        m_hDC = ::GetDC(m_hWnd);
-    } else {
-        m_hDC = ::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
-        if (!m_hDC) {
-            return nullptr;
-        }
+    m_hDC = m_hWnd ? ::GetDC(m_hWnd) : ::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
+    if (!m_hDC) {
+        return nullptr;
+    }
+    m_hWndOfDC = m_hWnd;
+    if (!m_hWnd) {
         ::SetViewportOrgEx(m_hDC, m_ptOrigin.x, m_ptOrigin.y, nullptr);
     }
     if (m_nBitsPrPixel <= 8 && !m_hPalette) {
@@ -126,13 +129,13 @@ void CPrimarySurface::ReleaseDisplayDC(HDC) {
     if (m_hPalette) {
         ::DeleteObject(m_hPalette);
     }
-    if (m_hDC) {
-        // A context of the whole screen may still be out when a window has been set meanwhile.
-        if (!m_hWnd || !::ReleaseDC(m_hWnd, m_hDC)) {
-            ::DeleteDC(m_hDC);
-        }
+    if (m_hWndOfDC) {
+        ::ReleaseDC(m_hWndOfDC, m_hDC);
+    } else if (m_hDC) {
+        ::DeleteDC(m_hDC);
     }
     m_hDC = nullptr;
+    m_hWndOfDC = nullptr;
     m_hPalette = nullptr;
     m_hOldPalette = nullptr;
 }

@@ -89,6 +89,7 @@ protected:
 
 private:
     friend class PrimaryScreenScope;
+    HWND m_hWndOfDC = nullptr;   // where m_hDC came from; m_hWnd may be another one by the time it goes back
     int WindowComplexity();   // whether the window shows as one rectangle
     int FallBack(int x, int y, CSurface& src, CRect& rcSrc);
     long long MeasuredTicks(BltFunction blt, int x, int y, CSurface& src, CRect& rcSrc);

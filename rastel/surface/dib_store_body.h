@@ -60,7 +60,7 @@ void DibStore<Base>::UnlockData() {
 template <class Base>
 HDC DibStore<Base>::GetDC() {
     const CSingleLock lock(&this->m_SyncObject, TRUE);
-    if (m_hDC) {
+    if (m_hDC || !m_Dib.m_hBitmap) {
         return nullptr;
     }
     m_hDC = ::CreateCompatibleDC(nullptr);

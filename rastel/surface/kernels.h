@@ -63,7 +63,24 @@ struct RowTable {
                          int sourcePitch, const BYTE* alpha, int alphaPitch, int width, int height);
     void (*alphaColorAdvRect)(BYTE* target, int targetPitch, BYTE* plane, int planePitch, DWORD color,
                               const BYTE* alpha, int alphaPitch, int width, int height);
+
+    // Mask filters.
+    void (*thresholdRect)(BYTE* plane, int planePitch, int width, int height, BYTE level, BYTE low, BYTE high);
+    void (*subtractRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    // Column sums of a window that moves down a row: sums[x] += entering[x] - leaving[x].
+    void (*boxColumns)(WORD* sums, const BYTE* entering, const BYTE* leaving, int width);
+    // target[x] = (sums[x - window + 1] + ... + sums[x]) / (window * window), truncated, window up to 61. Zeros stand before
+    // sums[0]; sums may be read, and prefix written, up to filterPadding elements beyond `count`. `prefix` has `window`
+    // zeros before its first element, which is zero as well.
+    void (*boxRow)(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window);
+    // How many rows of the window are not zero there: counts[x] changes by what enters and what leaves.
+    void (*countColumns)(BYTE* counts, const BYTE* entering, const BYTE* leaving, int width);
+    // target[x] = value where any of spread[x - window + 1] ... spread[x] isn't zero, else 0. Destroys `spread`, which has
+    // `window` zeros before it and may be changed up to filterPadding elements beyond `count`.
+    void (*dilateRow)(BYTE* target, BYTE* spread, int count, int window, BYTE value);
 };
+
+constexpr int filterPadding = 64;
 
 std::span<const RowTable* const> AllTables();   // best first; the last runs anywhere
 const RowTable& Rows();                         // the chosen one

@@ -126,11 +126,36 @@ struct Vec {
         const V quotient = _mm256_cvttps_epi32(_mm256_div_ps(_mm256_set1_ps(65536.0f), _mm256_cvtepi32_ps(divisor)));
         return _mm256_min_epi32(quotient, _mm256_set1_epi32(65535));
     }
+
+    // Filters.
+    static V Add8(V a, V b) { return _mm256_add_epi8(a, b); }
+    static V Add32(V a, V b) { return _mm256_add_epi32(a, b); }
+    static V Subtract32(V a, V b) { return _mm256_sub_epi32(a, b); }
+    static V LoadAsWords(const BYTE* at) {
+        return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
+    }
+    static V LoadWordsWide(const WORD* at) {
+        return _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
+    }
+    static V PrefixSum32(V a) {
+        const V pairs = _mm256_add_epi32(a, _mm256_slli_si256(a, 4));
+        const V lanes = _mm256_add_epi32(pairs, _mm256_slli_si256(pairs, 8));
+        // The low lane's total goes onto all of the high lane.
+        const V total = _mm256_shuffle_epi32(_mm256_permute2x128_si256(lanes, lanes, 0x08), 0xFF);
+        return _mm256_add_epi32(lanes, total);
+    }
+    static V RepeatLast32(V a) { return _mm256_permutevar8x32_epi32(a, _mm256_set1_epi32(7)); }
+    static V ScaledDown(V sum, float scale) {
+        const __m256 centred = _mm256_add_ps(_mm256_cvtepi32_ps(sum), _mm256_set1_ps(0.5f));
+        return _mm256_cvttps_epi32(_mm256_mul_ps(centred, _mm256_set1_ps(scale)));
+    }
 };
 
 #include "rastel/surface/kernel_bodies.inc"
 
 #include "rastel/surface/blend_bodies.inc"
+
+#include "rastel/surface/filter_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 

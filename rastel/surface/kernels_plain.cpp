@@ -147,6 +147,51 @@ void KeyMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitc
     });
 }
 
+void ThresholdRect(BYTE* plane, int planePitch, int width, int height, BYTE level, BYTE low, BYTE high) {
+    ForRows(plane, planePitch, height, [=](BYTE* p) {
+        for (int x = 0; x < width; ++x) {
+            p[x] = p[x] >= level ? high : low;
+        }
+    });
+}
+
+void SubtractRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ForRows(target, targetPitch, source, sourcePitch, height, [=](BYTE* t, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            if (s[x] != 0) {
+                t[x] = 0;
+            }
+        }
+    });
+}
+
+void BoxColumns(WORD* sums, const BYTE* entering, const BYTE* leaving, int width) {
+    for (int x = 0; x < width; ++x) {
+        sums[x] = static_cast<WORD>(sums[x] + entering[x] - leaving[x]);
+    }
+}
+
+void BoxRow(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window) {
+    for (int x = 0; x < count; ++x) {
+        prefix[x + 1] = prefix[x] + sums[x];
+        target[x] = static_cast<BYTE>((prefix[x + 1] - prefix[x + 1 - window]) / static_cast<DWORD>(window * window));
+    }
+}
+
+void CountColumns(BYTE* counts, const BYTE* entering, const BYTE* leaving, int width) {
+    for (int x = 0; x < width; ++x) {
+        counts[x] = static_cast<BYTE>(counts[x] + (entering[x] != 0) - (leaving[x] != 0));
+    }
+}
+
+void DilateRow(BYTE* target, BYTE* spread, int count, int window, BYTE value) {
+    int sinceLast = window;
+    for (int x = 0; x < count; ++x) {
+        sinceLast = spread[x] != 0 ? 0 : sinceLast + 1;
+        target[x] = sinceLast < window ? value : 0;
+    }
+}
+
 }   // namespace
 
 const RowTable plainTable = {
@@ -171,6 +216,12 @@ const RowTable plainTable = {
     .alphaConstTransRect = plain::AlphaConstTransRect,
     .alphaAdvRect = plain::AlphaAdvRect,
     .alphaColorAdvRect = plain::AlphaColorAdvRect,
+    .thresholdRect = ThresholdRect,
+    .subtractRect = SubtractRect,
+    .boxColumns = BoxColumns,
+    .boxRow = BoxRow,
+    .countColumns = CountColumns,
+    .dilateRow = DilateRow,
 };
 
 }   // namespace rastel::kernels

@@ -104,11 +104,31 @@ struct Vec {
         const V quotient = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(divisor)));
         return _mm_add_epi32(quotient, _mm_cmpgt_epi32(quotient, _mm_set1_epi32(65535)));
     }
+
+    // Filters.
+    static V Add8(V a, V b) { return _mm_add_epi8(a, b); }
+    static V Add32(V a, V b) { return _mm_add_epi32(a, b); }
+    static V Subtract32(V a, V b) { return _mm_sub_epi32(a, b); }
+    static V LoadAsWords(const BYTE* at) { return _mm_unpacklo_epi8(LoadHalf(at), _mm_setzero_si128()); }
+    static V LoadWordsWide(const WORD* at) {
+        return _mm_unpacklo_epi16(LoadHalf(reinterpret_cast<const BYTE*>(at)), _mm_setzero_si128());
+    }
+    static V PrefixSum32(V a) {
+        const V pairs = _mm_add_epi32(a, _mm_slli_si128(a, 4));
+        return _mm_add_epi32(pairs, _mm_slli_si128(pairs, 8));
+    }
+    static V RepeatLast32(V a) { return _mm_shuffle_epi32(a, 0xFF); }
+    static V ScaledDown(V sum, float scale) {
+        const __m128 centred = _mm_add_ps(_mm_cvtepi32_ps(sum), _mm_set1_ps(0.5f));
+        return _mm_cvttps_epi32(_mm_mul_ps(centred, _mm_set1_ps(scale)));
+    }
 };
 
 #include "rastel/surface/kernel_bodies.inc"
 
 #include "rastel/surface/blend_bodies.inc"
+
+#include "rastel/surface/filter_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 

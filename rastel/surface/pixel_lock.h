@@ -8,14 +8,16 @@ namespace rastel {
 class PixelLock {
 public:
     explicit PixelLock(CSurfaceBase& store) : store_(store), bits_(store.LockData()) {}
-    ~PixelLock() {
-        if (bits_) {
-            store_.UnlockData();
-        }
-    }
+    ~PixelLock() { Unlock(); }
     PixelLock(const PixelLock&) = delete;
     PixelLock& operator=(const PixelLock&) = delete;
 
+    void Unlock() {   // ahead of the scope's end, where the order matters
+        if (bits_) {
+            store_.UnlockData();
+            bits_ = nullptr;
+        }
+    }
     explicit operator bool() const { return bits_ != nullptr; }
     int Pitch() const { return store_.GetPitch(); }   // valid once locked
     unsigned char* At(int x, int y) const {

@@ -1,49 +1,18 @@
 // Planes: the store, the algebra, the masks made from colours.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 
-#include "rastel/alpha/dib_alpha_channel.h"
 #include "rastel/surface/dib_surface.h"
+#include "tests/support/plane.h"
 #include "tests/support/test_store.h"
 
-using rastel::test::Noise;
+using rastel::test::Bytes;
+using rastel::test::Plane;
 using rastel::test::SetPixels;
 using rastel::test::TestStore;
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
-
-class Plane : public CDibAlphaChannel {
-public:
-    Plane(int width, int height) { EXPECT_EQ(Initialize(width, height), 1); }
-    Plane(int width, int height, unsigned seed) : Plane(width, height) {
-        Bytes bytes(static_cast<std::size_t>(width * height));
-        const std::vector<DWORD> noise = Noise(bytes.size(), seed);
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            bytes[i] = noise[i] % 3 == 0 ? 0 : noise[i] % 3 == 1 ? 255 : static_cast<unsigned char>(noise[i] >> 8);
-        }
-        Set(bytes);
-    }
-    void Set(const Bytes& bytes) {
-        unsigned char* const bits = LockData();
-        for (int y = 0; y < m_Height; ++y) {
-            std::memcpy(bits + y * m_Pitch, bytes.data() + y * m_Width, static_cast<std::size_t>(m_Width));
-        }
-        UnlockData();
-    }
-    Bytes Get() {
-        Bytes bytes(static_cast<std::size_t>(m_Width * m_Height));
-        const unsigned char* const bits = LockData();
-        for (int y = 0; y < m_Height; ++y) {
-            std::memcpy(bytes.data() + y * m_Width, bits + y * m_Pitch, static_cast<std::size_t>(m_Width));
-        }
-        UnlockData();
-        return bytes;
-    }
-};
 
 TEST(Plane, IsAStoreOfOneByteAPixelWithGreyColours) {
     const LONG bytes = CSurfaceBase::GetSurfaceMenory();

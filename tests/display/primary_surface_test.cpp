@@ -222,6 +222,13 @@ TEST_F(Presenting, OnEightBitsEachContextBuildsThePaletteAnew) {
     primary->ReleaseDisplayDC(dc);
     EXPECT_EQ(primary->m_hPalette, nullptr);
 
+    const HWND window = rastel::platform::CreateMemoryWindow(CRect(0, 0, 5, 5));
+    primary->SetWindow(window);
+    rastel::platform::DestroyMemoryWindow(window);
+    EXPECT_EQ(primary->GetDisplayDC(), nullptr);   // and no palette is left over from it
+    EXPECT_EQ(primary->m_hPalette, nullptr);
+    primary->SetWindow(nullptr);
+
     // With the 3-3-2 palette realised a colour lands close to itself.
     TestStore chart(64, 1);
     for (int x = 0; x < 64; ++x) {

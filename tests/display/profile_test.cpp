@@ -158,6 +158,18 @@ TEST_F(Profiling, WithoutADisplayContextNothingIsChosen) {
     EXPECT_EQ(primary.Initialize(nullptr), 0);
 }
 
+TEST_F(Profiling, AScreenThatCantBeSavedIsNotOverwritten) {
+    UseDisplay(800, 600, 32);
+    PaintScreen(800, 600);
+    const std::vector<unsigned char> before = ScreenBytes();
+    RecordingManager manager;
+    manager.StoreUsualTimings();
+    OpenPrimary primary;
+    rastel::platform::FailDeviceCalls("CreateCompatibleDC", 1);
+    EXPECT_EQ(primary.Initialize(&manager), 1);
+    EXPECT_EQ(ScreenBytes(), before);
+}
+
 TEST_F(Profiling, WithoutATestSurfaceTheChoicesAreStillMade) {
     class NoSurfaces : public RecordingManager {
     public:

@@ -83,16 +83,18 @@ TEST(Kernels, TheForcedTableIsTheOneThatRuns) {
 }
 
 TEST(Kernels, CopiesMoveEveryByte) {
-    CheckPair(4, 4, 0,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.copyRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
-              },
-              [](BYTE* t, const BYTE* s) { std::copy(s, s + 4, t); });
-    CheckPair(1, 1, 0,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.copyBytesRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
-              },
-              [](BYTE* t, const BYTE* s) { *t = *s; });
+    CheckPair(
+        4, 4, 0,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.copyRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+        },
+        [](BYTE* t, const BYTE* s) { std::copy(s, s + 4, t); });
+    CheckPair(
+        1, 1, 0,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.copyBytesRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+        },
+        [](BYTE* t, const BYTE* s) { *t = *s; });
 }
 
 TEST(Kernels, CopiesThatShareMemoryMoveRowByRowFromTheTop) {
@@ -100,9 +102,9 @@ TEST(Kernels, CopiesThatShareMemoryMoveRowByRowFromTheTop) {
         if (!table->runsHere()) {
             continue;
         }
-        for (const int width : {1, 3, 9, 40, 2000}) {
-            const int pitch = width * 4 + 8, size = pitch * 12;
-            for (const int shift : {-pitch, -8, -4, 4, 8, pitch, pitch + 4, 2 * pitch}) {
+        for (const auto& [width, padding] : {std::pair{1, 8}, {3, 8}, {9, 8}, {40, 8}, {2000, 8}, {9, 0}, {2000, 0}}) {
+            const int pitch = width * 4 + padding, size = pitch * 14;
+            for (const int shift : {-pitch, -8, -4, 4, 8, pitch, pitch + 4, 2 * pitch, 5 * pitch}) {
                 std::vector<BYTE> block(static_cast<std::size_t>(size));
                 for (std::size_t i = 0; i < block.size(); ++i) {
                     block[i] = static_cast<BYTE>(i * 7 + i / 256);
@@ -115,33 +117,35 @@ TEST(Kernels, CopiesThatShareMemoryMoveRowByRowFromTheTop) {
                     std::copy(copy.begin(), copy.end(), row + shift);
                 }
                 table->copyRect(block.data() + from + shift, pitch, block.data() + from, pitch, width, 5);
-                EXPECT_EQ(block, expected) << table->name << " width " << width << " shift " << shift;
+                EXPECT_EQ(block, expected)
+                    << table->name << " width " << width << " padding " << padding << " shift " << shift;
             }
         }
     }
 }
 
 TEST(Kernels, FillsWriteTheirPixel) {
-    CheckInPlace(4,
-                 [](RectCase& c, Operand& t) { c.table.fillRect(t.First(), t.Pitch(), c.width, c.height, 0x04030201); },
-                 [](int, int lane) { return lane + 1; });
-    CheckInPlace(1,
-                 [](RectCase& c, Operand& t) { c.table.fillBytesRect(t.First(), t.Pitch(), c.width, c.height, 77); },
-                 [](int, int) { return 77; });
+    CheckInPlace(
+        4, [](RectCase& c, Operand& t) { c.table.fillRect(t.First(), t.Pitch(), c.width, c.height, 0x04030201); },
+        [](int, int lane) { return lane + 1; });
+    CheckInPlace(
+        1, [](RectCase& c, Operand& t) { c.table.fillBytesRect(t.First(), t.Pitch(), c.width, c.height, 77); },
+        [](int, int) { return 77; });
 }
 
 TEST(Kernels, KeyCopyComparesColoursOnly) {
     for (const DWORD given : {key, key | 0xFF000000}) {
-        CheckPair(4, 4, key,
-                  [=](RectCase& c, Operand& t, Operand& s) {
-                      c.table.keyCopyRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, given);
-                  },
-                  [](BYTE* t, const BYTE* s) {
-                      if ((Word(s) & 0xFFFFFF) != key) {
-                          std::copy(s, s + 3, t);
-                          t[3] = 0;
-                      }
-                  });
+        CheckPair(
+            4, 4, key,
+            [=](RectCase& c, Operand& t, Operand& s) {
+                c.table.keyCopyRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, given);
+            },
+            [](BYTE* t, const BYTE* s) {
+                if ((Word(s) & 0xFFFFFF) != key) {
+                    std::copy(s, s + 3, t);
+                    t[3] = 0;
+                }
+            });
     }
 }
 
@@ -150,16 +154,15 @@ TEST(Kernels, ScalingKeepsTheLowByteOfAnyProduct) {
         const auto formula = [=](int byte, int) {
             return static_cast<BYTE>(static_cast<DWORD>(byte) * static_cast<DWORD>(factor) >> 8);
         };
-        CheckInPlace(4,
-                     [=](RectCase& c, Operand& t) {
-                         c.table.shadowRect(t.First(), t.Pitch(), c.width, c.height, static_cast<DWORD>(factor));
-                     },
-                     formula);
-        CheckInPlace(1,
-                     [=](RectCase& c, Operand& t) {
-                         c.table.multiplyRect(t.First(), t.Pitch(), c.width, c.height, factor);
-                     },
-                     formula);
+        CheckInPlace(
+            4,
+            [=](RectCase& c, Operand& t) {
+                c.table.shadowRect(t.First(), t.Pitch(), c.width, c.height, static_cast<DWORD>(factor));
+            },
+            formula);
+        CheckInPlace(
+            1, [=](RectCase& c, Operand& t) { c.table.multiplyRect(t.First(), t.Pitch(), c.width, c.height, factor); },
+            formula);
     }
 }
 
@@ -186,36 +189,44 @@ TEST(Kernels, PlaneAlgebraIsRightForEveryPairOfBytes) {
 }
 
 TEST(Kernels, PlaneAlgebraKeepsToItsRows) {
-    CheckPair(1, 1, 0,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.mergeRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
-              },
-              [](BYTE* t, const BYTE* s) { *t = static_cast<BYTE>(*t * *s >> 8); });
-    CheckPair(1, 1, 0,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.maxRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
-              },
-              [](BYTE* t, const BYTE* s) { *t = std::max(*t, *s); });
-    CheckInPlace(1, [](RectCase& c, Operand& t) { c.table.invertRect(t.First(), t.Pitch(), c.width, c.height); },
-                 [](int byte, int) { return 255 - byte; });
+    CheckPair(
+        1, 1, 0,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.mergeRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+        },
+        [](BYTE* t, const BYTE* s) { *t = static_cast<BYTE>(*t * *s >> 8); });
+    CheckPair(
+        1, 1, 0,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.maxRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+        },
+        [](BYTE* t, const BYTE* s) { *t = std::max(*t, *s); });
+    CheckInPlace(
+        1, [](RectCase& c, Operand& t) { c.table.invertRect(t.First(), t.Pitch(), c.width, c.height); },
+        [](int byte, int) { return 255 - byte; });
 }
 
 TEST(Kernels, MasksCompareTheirBits) {
-    CheckPair(1, 4, key,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.transparentMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key);
-              },
-              [](BYTE* t, const BYTE* s) { *t = Word(s) == key ? 0 : *t; });
-    CheckPair(1, 4, key,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.opaqueMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key);
-              },
-              [](BYTE* t, const BYTE* s) { *t = Word(s) != key ? 255 : *t; });
-    CheckPair(1, 4, key,
-              [](RectCase& c, Operand& t, Operand& s) {
-                  c.table.keyMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key, 3, 200);
-              },
-              [](BYTE* t, const BYTE* s) { *t = (Word(s) & 0xFFFFFF) == key ? 3 : 200; });
+    CheckPair(
+        1, 4, key,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.transparentMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key);
+        },
+        [](BYTE* t, const BYTE* s) { *t = Word(s) == key ? 0 : *t; });
+    CheckPair(
+        1, 4, key,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.opaqueMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key);
+        },
+        [](BYTE* t, const BYTE* s) { *t = Word(s) != key ? 255 : *t; });
+    for (const DWORD given : {key, key | 0xFF000000}) {
+        CheckPair(
+            1, 4, key,
+            [=](RectCase& c, Operand& t, Operand& s) {
+                c.table.keyMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, given, 3, 200);
+            },
+            [](BYTE* t, const BYTE* s) { *t = (Word(s) & 0xFFFFFF) == key ? 3 : 200; });
+    }
 }
 
 TEST(Kernels, EmptyRectanglesTouchNothing) {
@@ -232,7 +243,10 @@ TEST(Kernels, EmptyRectanglesTouchNothing) {
             table->copyBytesRect(nullptr, 0, nullptr, 0, width, height);
             table->fillBytesRect(nullptr, 0, width, height, 1);
             table->mergeRect(nullptr, 0, nullptr, 0, width, height);
+            table->maxRect(nullptr, 0, nullptr, 0, width, height);
             table->multiplyRect(nullptr, 0, width, height, 1);
+            table->invertRect(nullptr, 0, width, height);
+            table->transparentMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
             table->opaqueMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
             table->keyMaskRect(nullptr, 0, nullptr, 0, width, height, 1, 2, 3);
         }

@@ -36,6 +36,7 @@ TEST(DibSurface, RawAccessAndContextAreEachForOneUser) {
     EXPECT_NE(surface.GetDC(), nullptr);
     surface.Destroy();            // takes the context along
     EXPECT_EQ(surface.LockData(), nullptr);
+    EXPECT_EQ(surface.GetDC(), nullptr);
     ASSERT_TRUE(surface.InitializeSurface(4, 4));
     EXPECT_NE(surface.LockData(), nullptr);
 }

@@ -7,7 +7,8 @@
 
 namespace rastel::platform {
 
-RASTEL_API std::wstring DisplayKind();       // "x11" or "memory"
-RASTEL_API std::wstring DisplayDeclined();   // why what was tried before it would not do; empty: it was the first choice
+RASTEL_API std::wstring DisplayKind();   // "x11" or "memory"
+RASTEL_API std::wstring
+DisplayDeclined();   // why what was tried before it would not do; empty: it was the first choice
 
 }   // namespace rastel::platform

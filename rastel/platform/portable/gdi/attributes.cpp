@@ -8,7 +8,7 @@ namespace {
 
 // Puts a new value in and hands back the old one, or `failure` for a handle that is none.
 template <typename Value>
-Value Exchange(HDC context, Value ContextState::* member, Value value, Value failure) {
+Value Exchange(HDC context, Value ContextState::*member, Value value, Value failure) {
     const auto found = FindContext(context);
     if (!found) {
         return failure;
@@ -19,7 +19,7 @@ Value Exchange(HDC context, Value ContextState::* member, Value value, Value fai
 }
 
 template <typename Value>
-Value Read(HDC context, Value ContextState::* member, Value failure) {
+Value Read(HDC context, Value ContextState::*member, Value failure) {
     const auto found = FindContext(context);
     return found ? found->state.*member : failure;
 }
@@ -33,7 +33,9 @@ int SetROP2(HDC context, int operation) {
     return Exchange(context, &ContextState::rop2, operation, 0);
 }
 
-int GetROP2(HDC context) { return Read(context, &ContextState::rop2, 0); }
+int GetROP2(HDC context) {
+    return Read(context, &ContextState::rop2, 0);
+}
 
 int SetBkMode(HDC context, int mode) {
     if (mode != TRANSPARENT && mode != OPAQUE) {
@@ -42,19 +44,25 @@ int SetBkMode(HDC context, int mode) {
     return Exchange(context, &ContextState::backMode, mode, 0);
 }
 
-int GetBkMode(HDC context) { return Read(context, &ContextState::backMode, 0); }
+int GetBkMode(HDC context) {
+    return Read(context, &ContextState::backMode, 0);
+}
 
 COLORREF SetBkColor(HDC context, COLORREF color) {
     return Exchange<COLORREF>(context, &ContextState::backColor, color, CLR_INVALID);
 }
 
-COLORREF GetBkColor(HDC context) { return Read<COLORREF>(context, &ContextState::backColor, CLR_INVALID); }
+COLORREF GetBkColor(HDC context) {
+    return Read<COLORREF>(context, &ContextState::backColor, CLR_INVALID);
+}
 
 COLORREF SetTextColor(HDC context, COLORREF color) {
     return Exchange<COLORREF>(context, &ContextState::textColor, color, CLR_INVALID);
 }
 
-COLORREF GetTextColor(HDC context) { return Read<COLORREF>(context, &ContextState::textColor, CLR_INVALID); }
+COLORREF GetTextColor(HDC context) {
+    return Read<COLORREF>(context, &ContextState::textColor, CLR_INVALID);
+}
 
 int SetStretchBltMode(HDC context, int mode) {
     if (mode < BLACKONWHITE || mode > HALFTONE) {
@@ -63,7 +71,9 @@ int SetStretchBltMode(HDC context, int mode) {
     return Exchange(context, &ContextState::stretchMode, mode, 0);
 }
 
-int GetStretchBltMode(HDC context) { return Read(context, &ContextState::stretchMode, 0); }
+int GetStretchBltMode(HDC context) {
+    return Read(context, &ContextState::stretchMode, 0);
+}
 
 BOOL MoveToEx(HDC context, int x, int y, LPPOINT previous) {
     const auto found = FindContext(context);

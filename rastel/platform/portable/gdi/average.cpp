@@ -40,12 +40,20 @@ void BoxAverager::Add(const unsigned char* sourceRow) {
                           static_cast<int>(converted_.size()));
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
         std::uint64_t* const sum = &sums_[i * 4];
-        for (int x = boxes_[i].first; x < boxes_[i].last; ++x) {
-            const DWORD value = converted_[static_cast<std::size_t>(x - firstColumn_)];
-            sum[0] += value & 0xFF;
-            sum[1] += (value >> 8) & 0xFF;
-            sum[2] += (value >> 16) & 0xFF;
-            sum[3] += value >> 24;
+        for (int x = boxes_[i].first; x < boxes_[i].last;) {
+            // Two sums of 32 bits share a word; so many pixels cannot overflow one.
+            const int end = x + std::min(boxes_[i].last - x, 1 << 24);
+            std::uint64_t even = 0;
+            std::uint64_t odd = 0;
+            for (; x < end; ++x) {
+                const std::uint64_t value = converted_[static_cast<std::size_t>(x - firstColumn_)];
+                even += (value & 0xFF) | ((value & 0xFF0000) << 16);
+                odd += ((value >> 8) & 0xFF) | ((value & 0xFF000000) << 8);
+            }
+            sum[0] += even & 0xFFFFFFFF;
+            sum[1] += odd & 0xFFFFFFFF;
+            sum[2] += even >> 32;
+            sum[3] += odd >> 32;
         }
     }
 }
@@ -59,8 +67,8 @@ void BoxAverager::Row(int y, DWORD* values) {
         Add(source_.Row(row));
     }
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
-        const auto count = static_cast<std::uint64_t>(last - first) *
-                           static_cast<std::uint64_t>(boxes_[i].last - boxes_[i].first);
+        const auto count =
+            static_cast<std::uint64_t>(last - first) * static_cast<std::uint64_t>(boxes_[i].last - boxes_[i].first);
         const std::uint64_t* const sum = &sums_[i * 4];
         DWORD value = 0;
         for (unsigned channel = 0; channel < 4; ++channel) {

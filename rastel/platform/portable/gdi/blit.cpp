@@ -6,6 +6,7 @@
 
 #include "rastel/platform/portable/gdi/average.h"
 #include "rastel/platform/portable/gdi/paint.h"
+#include "rastel/platform/portable/gdi/pick_plan.h"
 #include "rastel/platform/portable/gdi/pixel_convert.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
 #include "rastel/platform/portable/gdi/stretch.h"
@@ -36,9 +37,13 @@ bool ShareMemory(const PixelBuffer& first, const PixelBuffer& second) {
 // One blit: what stays the same for all visible rectangles of the target.
 class BlitRun {
 public:
-    BlitRun(const DeviceContext& context, const StretchAxis& columns, const StretchAxis& rows,
-            const BlitSource& source, RasterOp operation)
-        : context_(context), columns_(columns), rows_(rows), source_(source), operation_(operation),
+    BlitRun(const DeviceContext& context, const StretchAxis& columns, const StretchAxis& rows, const BlitSource& source,
+            RasterOp operation)
+        : context_(context),
+          columns_(columns),
+          rows_(rows),
+          source_(source),
+          operation_(operation),
           averages_(context.state.stretchMode == HALFTONE && (columns.Shrinks() || rows.Shrinks())) {}
 
     void Draw(const Canvas& canvas, const RECT& area);
@@ -59,6 +64,8 @@ private:
     void CopyScaled(const Canvas& canvas, const RECT& area);
     void MixRows(const Canvas& canvas, const RECT& area);
 
+    void PickRow(const unsigned char* source, unsigned char* target) const;
+
     // The source row for a target row as raw values in the format of the target.
     void MappedRow(int y, const RECT& area, DWORD* values);
 
@@ -71,6 +78,8 @@ private:
     std::optional<PixelConverter> converter_;
     std::optional<BoxAverager> averager_;
     std::vector<int> picked_;   // source column of each target column of the area
+    PickPlan plan_;
+    bool hasPlan_ = false;
 };
 
 void BlitRun::Draw(const Canvas& canvas, const RECT& area) {
@@ -87,6 +96,11 @@ void BlitRun::Draw(const Canvas& canvas, const RECT& area) {
     if (!columns_.IsPlain() && !averages_) {
         picked_.resize(static_cast<std::size_t>(area.right - area.left));
         columns_.Fill(area.left, area.right - area.left, picked_.data());
+        constexpr int kRowsThatPay = 4;   // below, making the plan costs more than it saves
+        const PixelFormat& format = source_.pixels.format;
+        hasPlan_ = Kernels().pick != nullptr && format.bitsPerPixel >= 8 && area.bottom - area.top >= kRowsThatPay &&
+                   plan_.Make(picked_.data(), area.right - area.left, format.bitsPerPixel / 8,
+                              static_cast<std::int64_t>(BytesOf(format, source_.pixels.width)));
     }
     if (!(operation_ == kSourceCopy)) {
         MixRows(canvas, area);
@@ -142,9 +156,9 @@ void BlitRun::CopyScaled(const Canvas& canvas, const RECT& area) {
         if (passesRows) {
             converter_->ConvertRow(sourceRow, columns_.SourceOf(area.left), row, targetX, width);
         } else if (picksInPlace) {
-            PickPixels(sourceRow, sourceBits, picked_.data(), width, row + ByteOffset(targetBits, targetX));
+            PickRow(sourceRow, row + ByteOffset(targetBits, targetX));
         } else if (picks) {
-            PickPixels(sourceRow, sourceBits, picked_.data(), width, scratch.data());
+            PickRow(sourceRow, scratch.data());
             converter_->ConvertRow(scratch.data(), 0, row, targetX, width);
         } else {
             MappedRow(y, area, values.data());
@@ -156,14 +170,22 @@ void BlitRun::CopyScaled(const Canvas& canvas, const RECT& area) {
     }
 }
 
+void BlitRun::PickRow(const unsigned char* source, unsigned char* target) const {
+    if (hasPlan_) {
+        Kernels().pick(source, plan_, target);
+    } else {
+        PickPixels(source, source_.pixels.format.bitsPerPixel, picked_.data(), static_cast<int>(picked_.size()),
+                   target);
+    }
+}
+
 void BlitRun::MappedRow(int y, const RECT& area, DWORD* values) {
     const int width = area.right - area.left;
     const PixelBuffer& pixels = source_.pixels;
     if (averages_) {
         averager_->Row(y, values);
     } else if (columns_.IsPlain()) {
-        LoadRow(pixels.Row(rows_.SourceOf(y)), pixels.format.bitsPerPixel, columns_.SourceOf(area.left), width,
-                values);
+        LoadRow(pixels.Row(rows_.SourceOf(y)), pixels.format.bitsPerPixel, columns_.SourceOf(area.left), width, values);
     } else {
         const unsigned char* const row = pixels.Row(rows_.SourceOf(y));
         for (int i = 0; i < width; ++i) {
@@ -177,7 +199,7 @@ void BlitRun::MixRows(const Canvas& canvas, const RECT& area) {
     const int bitsPerPixel = canvas.pixels.format.bitsPerPixel;
     const int targetX = area.left - canvas.origin.x;
     const int width = area.right - area.left;
-    const BrushPixels brush(context_, *context_.state.brush, canvas);
+    BrushPixels brush(context_, *context_.state.brush, canvas);
     std::vector<DWORD> source(static_cast<std::size_t>(width));
     std::vector<DWORD> pattern(source.size());
     std::vector<DWORD> mixed(source.size());
@@ -196,8 +218,7 @@ void BlitRun::MixRows(const Canvas& canvas, const RECT& area) {
 }
 
 // A copy of the rows that are read, for sources that share memory with their target. Column numbers stay.
-bool CopySource(BlitSource* source, StretchAxis* rows, const BlitRect& to, const BlitRect& from,
-                PixelMemory* memory) {
+bool CopySource(BlitSource* source, StretchAxis* rows, const BlitRect& to, const BlitRect& from, PixelMemory* memory) {
     const int first = rows->SourceFirst();
     const int count = rows->SourceLast() - first;
     PixelBuffer& pixels = source->pixels;

@@ -16,9 +16,9 @@ struct BlitRect {
 
 struct BlitSource {
     PixelBuffer pixels;
-    bool isMono = false;               // takes the colours of the target's context
-    COLORREF background = 0x00FFFFFF;  // becomes 1 in monochrome targets
-    bool hasBackground = true;         // false: black or white there, whichever is nearer
+    bool isMono = false;                // takes the colours of the target's context
+    COLORREF background = 0x00FFFFFF;   // becomes 1 in monochrome targets
+    bool hasBackground = true;          // false: black or white there, whichever is nearer
 };
 
 // `to` in device coordinates of the target, `from` in pixels of the source; parts of it outside the source are not

@@ -44,7 +44,9 @@ int EffectiveComplexity(const DeviceContext& context) {
 }
 
 // What stands for "no limit" when something is cut out of it.
-Region Everything() { return Region(RECT{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}); }
+Region Everything() {
+    return Region(RECT{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX});
+}
 
 }   // namespace
 
@@ -204,11 +206,10 @@ int GetClipBox(HDC context, LPRECT box) {
     }
     const RECT device = clip.Bounds();
     const POINT& origin = found->state.origin;
-    *box = clip.IsEmpty()
-               ? RECT{}
-               : rastel::platform::ClampedRect(std::int64_t{device.left} - origin.x, std::int64_t{device.top} - origin.y,
-                                               std::int64_t{device.right} - origin.x,
-                                               std::int64_t{device.bottom} - origin.y);
+    *box = clip.IsEmpty() ? RECT{}
+                          : rastel::platform::ClampedRect(
+                                std::int64_t{device.left} - origin.x, std::int64_t{device.top} - origin.y,
+                                std::int64_t{device.right} - origin.x, std::int64_t{device.bottom} - origin.y);
     return clip.Complexity();
 }
 

@@ -62,9 +62,8 @@ HDC CreateDCW(LPCWSTR driver, LPCWSTR device, LPCWSTR port, const DEVMODEW* mode
         return nullptr;
     }
     const std::wstring name = rastel::platform::Display()->Name();
-    const bool isDisplay = driver != nullptr
-                               ? IsDisplayName(driver) || name == driver
-                               : device != nullptr && (IsDisplayName(device) || name == device);
+    const bool isDisplay = driver != nullptr ? IsDisplayName(driver) || name == driver
+                                             : device != nullptr && (IsDisplayName(device) || name == device);
     return isDisplay ? HandleOf(MakeContext(ContextKind::Screen, nullptr)) : nullptr;
 }
 
@@ -100,7 +99,9 @@ int ReleaseDC(HWND window, HDC context) {
     return found && found->fromGetDC && rastel::platform::RemoveObject(context) ? 1 : 0;
 }
 
-BOOL DeleteDC(HDC context) { return FindContext(context) && rastel::platform::RemoveObject(context) ? TRUE : FALSE; }
+BOOL DeleteDC(HDC context) {
+    return FindContext(context) && rastel::platform::RemoveObject(context) ? TRUE : FALSE;
+}
 
 int SaveDC(HDC context) {
     const auto found = FindContext(context);
@@ -194,4 +195,6 @@ BOOL OffsetViewportOrgEx(HDC context, int dx, int dy, LPPOINT previous) {
 }
 
 // Every call draws before it returns.
-BOOL GdiFlush() { return TRUE; }
+BOOL GdiFlush() {
+    return TRUE;
+}

@@ -16,7 +16,8 @@ DWORD Mix(DWORD target, DWORD color, DWORD coverage) {
 }
 
 DWORD MixPixel(DWORD target, DWORD color, DWORD coverage) {
-    return Mix(target & 0xFF, color & 0xFF, coverage) | (Mix((target >> 8) & 0xFF, (color >> 8) & 0xFF, coverage) << 8) |
+    return Mix(target & 0xFF, color & 0xFF, coverage) |
+           (Mix((target >> 8) & 0xFF, (color >> 8) & 0xFF, coverage) << 8) |
            (Mix((target >> 16) & 0xFF, (color >> 16) & 0xFF, coverage) << 16);
 }
 
@@ -25,7 +26,9 @@ DWORD MixPixel(DWORD target, DWORD color, DWORD coverage) {
 class Blender {
 public:
     Blender(const Canvas& canvas, int width)
-        : canvas_(canvas), widen_(canvas.pixels, Wide(), {}), narrow_(Wide(), canvas.pixels, {}),
+        : canvas_(canvas),
+          widen_(canvas.pixels, Wide(), {}),
+          narrow_(Wide(), canvas.pixels, {}),
           values_(static_cast<std::size_t>(width)) {}
 
     void Row(int x, int y, const unsigned char* coverage, int count, DWORD color) {

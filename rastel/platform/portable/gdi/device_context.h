@@ -24,10 +24,10 @@ struct ContextState {
     std::shared_ptr<BrushObject> brush;
     std::shared_ptr<FontObject> font;
     std::shared_ptr<PaletteObject> palette;
-    POINT origin{};                  // of the viewport
-    POINT position{};                // logical; of MoveToEx, LineTo and text with TA_UPDATECP
-    std::optional<Region> clip;      // device; none: no limit
-    std::optional<Region> metaClip;  // device; none: no limit
+    POINT origin{};                   // of the viewport
+    POINT position{};                 // logical; of MoveToEx, LineTo and text with TA_UPDATECP
+    std::optional<Region> clip;       // device; none: no limit
+    std::optional<Region> metaClip;   // device; none: no limit
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF backColor = RGB(255, 255, 255);
     int backMode = OPAQUE;
@@ -51,7 +51,9 @@ struct DeviceContext : GdiObject {
     unsigned char defaultPixel[4] = {};   // what the stock bitmap stands for here
 };
 
-inline std::shared_ptr<DeviceContext> FindContext(HDC context) { return Find<DeviceContext>(context); }
+inline std::shared_ptr<DeviceContext> FindContext(HDC context) {
+    return Find<DeviceContext>(context);
+}
 
 // A new context with the stock objects selected; null: no handle is left.
 std::shared_ptr<DeviceContext> MakeContext(ContextKind kind, HWND window);

@@ -11,7 +11,9 @@ namespace {
 constexpr DWORD kMinHeader = sizeof(BITMAPINFOHEADER);
 constexpr DWORD kMaxHeader = 4096;   // later headers are longer; one beyond this is not meant
 
-bool IsContiguous(DWORD mask) { return mask != 0 && std::has_single_bit((mask >> std::countr_zero(mask)) + 1ull); }
+bool IsContiguous(DWORD mask) {
+    return mask != 0 && std::has_single_bit((mask >> std::countr_zero(mask)) + 1ull);
+}
 
 bool ReadMasks(const BITMAPINFO* info, DibLayout* layout) {
     // The masks stand behind the 40 bytes of the first header, as part of the later ones.

@@ -11,10 +11,10 @@ struct DibLayout {
     int width = 0;
     int height = 0;   // positive
     bool topDown = false;
-    int pitch = 0;    // bytes a row, a multiple of 4
+    int pitch = 0;   // bytes a row, a multiple of 4
     PixelFormat format;
-    DWORD bitFields[3] = {};      // with BI_BITFIELDS
-    std::vector<RGBQUAD> colors;  // indexed formats: 2 to the depth entries
+    DWORD bitFields[3] = {};       // with BI_BITFIELDS
+    std::vector<RGBQUAD> colors;   // indexed formats: 2 to the depth entries
 
     std::int64_t Bytes() const { return std::int64_t{pitch} * height; }
 

@@ -69,7 +69,9 @@ void WriteColors(const BitmapObject& bitmap, BITMAPINFO* info) {
     info->bmiHeader.biClrUsed = 0;
 }
 
-bool IsIndexedDepth(int depth) { return depth == 1 || depth == 4 || depth == 8; }
+bool IsIndexedDepth(int depth) {
+    return depth == 1 || depth == 4 || depth == 8;
+}
 
 }   // namespace
 
@@ -125,9 +127,8 @@ int SetDIBits(HDC context, HBITMAP bitmap, UINT firstRow, UINT rows, const void*
     const PixelBuffer target = PixelsOf(*found);
     rastel::platform::PixelConverter converter(layout.View(bits), target, {});
     for (int i = 0; i < range.count; ++i) {
-        converter.ConvertRow(
-            static_cast<const unsigned char*>(bits) + static_cast<std::ptrdiff_t>(i) * layout.pitch, 0,
-            target.Row(range.top + i * range.step), 0, std::min(target.width, layout.width));
+        converter.ConvertRow(static_cast<const unsigned char*>(bits) + static_cast<std::ptrdiff_t>(i) * layout.pitch, 0,
+                             target.Row(range.top + i * range.step), 0, std::min(target.width, layout.width));
     }
     return range.count;
 }

@@ -160,11 +160,11 @@ private:
     // The 20 fixed colours of indexed displays.
     static std::shared_ptr<GdiObject> MakeDefaultPalette() {
         auto palette = std::make_shared<PaletteObject>();
-        static constexpr BYTE kColors[20][3] = {
-            {0, 0, 0},       {128, 0, 0},     {0, 128, 0},     {128, 128, 0}, {0, 0, 128},
-            {128, 0, 128},   {0, 128, 128},   {192, 192, 192}, {192, 220, 192}, {166, 202, 240},
-            {255, 251, 240}, {160, 160, 164}, {128, 128, 128}, {255, 0, 0},   {0, 255, 0},
-            {255, 255, 0},   {0, 0, 255},     {255, 0, 255},   {0, 255, 255}, {255, 255, 255}};
+        static constexpr BYTE kColors[20][3] = {{0, 0, 0},       {128, 0, 0},     {0, 128, 0},     {128, 128, 0},
+                                                {0, 0, 128},     {128, 0, 128},   {0, 128, 128},   {192, 192, 192},
+                                                {192, 220, 192}, {166, 202, 240}, {255, 251, 240}, {160, 160, 164},
+                                                {128, 128, 128}, {255, 0, 0},     {0, 255, 0},     {255, 255, 0},
+                                                {0, 0, 255},     {255, 0, 255},   {0, 255, 255},   {255, 255, 255}};
         for (const auto& color : kColors) {
             palette->entries.push_back({color[0], color[1], color[2], 0});
         }
@@ -182,14 +182,24 @@ const StockObjects& Stock() {
 
 }   // namespace
 
-HGDIOBJ AddObject(const std::shared_ptr<GdiObject>& object) { return Table().Add(object); }
+HGDIOBJ AddObject(const std::shared_ptr<GdiObject>& object) {
+    return Table().Add(object);
+}
 
-std::shared_ptr<GdiObject> FindObject(HGDIOBJ handle) { return Table().Find(handle); }
+std::shared_ptr<GdiObject> FindObject(HGDIOBJ handle) {
+    return Table().Find(handle);
+}
 
-std::shared_ptr<GdiObject> RemoveObject(HGDIOBJ handle) { return Table().Remove(handle); }
+std::shared_ptr<GdiObject> RemoveObject(HGDIOBJ handle) {
+    return Table().Remove(handle);
+}
 
-std::shared_ptr<GdiObject> StockObject(int index) { return Stock().At(index); }
+std::shared_ptr<GdiObject> StockObject(int index) {
+    return Stock().At(index);
+}
 
-std::shared_ptr<BitmapObject> StockBitmap() { return Stock().Bitmap(); }
+std::shared_ptr<BitmapObject> StockBitmap() {
+    return Stock().Bitmap();
+}
 
 }   // namespace rastel::platform

@@ -37,12 +37,12 @@ struct BitmapObject : GdiObject {
 
     int width = 0;
     int height = 0;
-    int pitch = 0;              // bytes a row, positive
+    int pitch = 0;   // bytes a row, positive
     PixelFormat format;
-    bool isSection = false;     // a DIB section; others may be laid out as we like, and theirs is top-down
+    bool isSection = false;   // a DIB section; others may be laid out as we like, and theirs is top-down
     bool topDown = true;
-    BITMAPINFOHEADER header{};  // of a section, as its maker gave it, sizes filled in
-    DWORD bitFields[3] = {};    // of a section with BI_BITFIELDS
+    BITMAPINFOHEADER header{};     // of a section, as its maker gave it, sizes filled in
+    DWORD bitFields[3] = {};       // of a section with BI_BITFIELDS
     std::vector<RGBQUAD> colors;   // of an indexed section; others go by the display's palette or the usual colours
     PixelMemory pixels;
     std::atomic<const void*> selectedBy{nullptr};   // the one context it may be selected in

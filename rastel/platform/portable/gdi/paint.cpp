@@ -1,7 +1,6 @@
 #include "rastel/platform/portable/gdi/paint.h"
 
 #include "rastel/platform/portable/gdi/pixel_color.h"
-#include "rastel/platform/portable/gdi/pixel_convert.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
 
 namespace rastel::platform {
@@ -11,7 +10,8 @@ BrushPixels::BrushPixels(const DeviceContext& context, const BrushObject& brush,
         solid_ = PixelOfColor(canvas.pixels, ResolveColor(context, brush.color));
         return;
     }
-    const PixelBuffer tile = PixelsOf(*brush.pattern);
+    tile_ = PixelsOf(*brush.pattern);
+    mask_ = ColorBits(canvas.pixels.format);
     MonoColors mono;
     mono.sourceIsMono = brush.pattern->IsMono();
     mono.text = ResolveColor(context, context.state.textColor);
@@ -19,34 +19,29 @@ BrushPixels::BrushPixels(const DeviceContext& context, const BrushObject& brush,
     mono.targetIsMono = canvas.isMono;
     mono.match = mono.back;
     mono.matchExactly = false;
-    PixelConverter converter(tile, canvas.pixels, mono);
-    tileWidth_ = tile.width;
-    tileHeight_ = tile.height;
-    tile_.resize(static_cast<std::size_t>(tileWidth_) * static_cast<std::size_t>(tileHeight_));
-    for (int y = 0; y < tileHeight_; ++y) {
-        DWORD* const row = tile_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(tileWidth_);
-        LoadRow(tile.Row(y), tile.format.bitsPerPixel, 0, tileWidth_, row);
-        converter.Map(row, row, tileWidth_);
-        for (int x = 0; x < tileWidth_ && canvas.pixels.format.bitsPerPixel == 32; ++x) {
-            row[x] &= ColorBits(canvas.pixels.format);
-        }
-    }
+    converter_.emplace(tile_, canvas.pixels, mono);
+    row_.resize(static_cast<std::size_t>(tile_.width));
 }
 
-void BrushPixels::Row(int x, int y, int count, DWORD* values) const {
+void BrushPixels::Row(int x, int y, int count, DWORD* values) {
     if (IsSolid()) {
         for (int i = 0; i < count; ++i) {
             values[i] = solid_;
         }
         return;
     }
-    // Device coordinates of what is visible are never negative.
-    const DWORD* const row =
-        tile_.data() + static_cast<std::size_t>(y % tileHeight_) * static_cast<std::size_t>(tileWidth_);
-    int column = x % tileWidth_;
+    if (y % tile_.height != rowIndex_) {
+        rowIndex_ = y % tile_.height;
+        LoadRow(tile_.Row(rowIndex_), tile_.format.bitsPerPixel, 0, tile_.width, row_.data());
+        converter_->Map(row_.data(), row_.data(), tile_.width);
+        for (DWORD& value : row_) {
+            value &= mask_;
+        }
+    }
+    int column = x % tile_.width;
     for (int i = 0; i < count; ++i) {
-        values[i] = row[column];
-        column = column + 1 == tileWidth_ ? 0 : column + 1;
+        values[i] = row_[static_cast<std::size_t>(column)];
+        column = column + 1 == tile_.width ? 0 : column + 1;
     }
 }
 
@@ -65,19 +60,22 @@ bool Paint(DeviceContext& context, const RECT& device, const BrushObject& brush,
         const int bitsPerPixel = format.bitsPerPixel;
         const int x = area.left - canvas.origin.x;
         const int width = area.right - area.left;
-        const BrushPixels pattern(context, brush, canvas);
+        BrushPixels pattern(context, brush, canvas);
         const DWORD mask = fourthByte == FourthByte::Zero ? ColorBits(format) : 0xFFFFFFFF;
         const bool constant = !operation.NeedsTarget() && (!operation.NeedsPattern() || pattern.IsSolid());
-        const DWORD value = operation == kWhiteness ? WhitePixel(format) : operation.Apply(pattern.Solid(), 0, 0) & mask;
+        const DWORD value =
+            operation == kWhiteness ? WhitePixel(format) : operation.Apply(pattern.Solid(), 0, 0) & mask;
         std::vector<DWORD> values(constant ? 0 : static_cast<std::size_t>(width));
-        std::vector<DWORD> patternRow(values.size());
+        std::vector<DWORD> patternRow(values.size(), pattern.Solid());
         for (int y = area.top; y < area.bottom; ++y) {
             unsigned char* const row = canvas.pixels.Row(y - canvas.origin.y);
             if (constant) {
                 FillPixels(row, bitsPerPixel, x, width, value);
                 continue;
             }
-            pattern.Row(area.left, y, width, patternRow.data());
+            if (!pattern.IsSolid()) {
+                pattern.Row(area.left, y, width, patternRow.data());
+            }
             if (operation.NeedsTarget()) {
                 LoadRow(row, bitsPerPixel, x, width, values.data());
             }

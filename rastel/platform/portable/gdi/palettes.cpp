@@ -15,7 +15,9 @@ constexpr int kMaxEntries = 1024;
 constexpr int kFixedAtEachEnd = 10;
 constexpr int kSystemEntries = 256;
 
-COLORREF ColorOfEntry(const PALETTEENTRY& entry) { return RGB(entry.peRed, entry.peGreen, entry.peBlue); }
+COLORREF ColorOfEntry(const PALETTEENTRY& entry) {
+    return RGB(entry.peRed, entry.peGreen, entry.peBlue);
+}
 
 // Gives the entries of a palette their places in a display's table: where the colour is fixed already it stays, the
 // others take free places in turn. What finds none is left to the nearest colour.
@@ -40,9 +42,7 @@ public:
     }
 
     UINT Changed() const { return changed_; }
-    std::vector<RGBQUAD> Own() const {
-        return {system_.begin() + kFixedAtEachEnd, system_.end() - kFixedAtEachEnd};
-    }
+    std::vector<RGBQUAD> Own() const { return {system_.begin() + kFixedAtEachEnd, system_.end() - kFixedAtEachEnd}; }
 
 private:
     bool IsPlaced(COLORREF color) const {
@@ -160,8 +160,7 @@ UINT GetNearestPaletteIndex(HPALETTE palette, COLORREF color) {
     for (const PALETTEENTRY& entry : found->entries) {
         colors.push_back({entry.peBlue, entry.peGreen, entry.peRed, 0});
     }
-    return static_cast<UINT>(
-        rastel::platform::NearestColor(colors.data(), static_cast<int>(colors.size()), color));
+    return static_cast<UINT>(rastel::platform::NearestColor(colors.data(), static_cast<int>(colors.size()), color));
 }
 
 COLORREF GetNearestColor(HDC context, COLORREF color) {

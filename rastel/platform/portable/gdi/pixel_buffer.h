@@ -20,12 +20,12 @@ struct PixelFormat {
 PixelFormat FormatOfDepth(int bitsPerPixel);   // the usual masks: 5-6-5 at 16, 5-5-5 at 15 (stored in 16 bits)
 
 struct PixelBuffer {
-    unsigned char* bits = nullptr;      // first byte of the top row
+    unsigned char* bits = nullptr;   // first byte of the top row
     int width = 0;
     int height = 0;
-    int pitch = 0;                      // bytes to the next row down; negative where rows run upwards
+    int pitch = 0;   // bytes to the next row down; negative where rows run upwards
     PixelFormat format;
-    const RGBQUAD* colors = nullptr;    // indexed formats: what each index means
+    const RGBQUAD* colors = nullptr;   // indexed formats: what each index means
     int colorCount = 0;
 
     unsigned char* Row(int y) const { return bits + static_cast<std::ptrdiff_t>(y) * pitch; }

@@ -14,7 +14,9 @@ constexpr BYTE kFixed[20][3] = {{0, 0, 0},       {128, 0, 0},     {0, 128, 0},  
                                 {255, 251, 240}, {160, 160, 164}, {128, 128, 128}, {255, 0, 0},     {0, 255, 0},
                                 {255, 255, 0},   {0, 0, 255},     {255, 0, 255},   {0, 255, 255},   {255, 255, 255}};
 
-constexpr RGBQUAD Quad(const BYTE (&color)[3]) { return {color[2], color[1], color[0], 0}; }
+constexpr RGBQUAD Quad(const BYTE (&color)[3]) {
+    return {color[2], color[1], color[0], 0};
+}
 
 constexpr std::array<RGBQUAD, 256> MakeUsual256() {
     std::array<RGBQUAD, 256> colors{};

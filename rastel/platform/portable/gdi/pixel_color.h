@@ -12,15 +12,13 @@ namespace rastel::platform {
 struct Channel {
     explicit Channel(DWORD mask);
 
-    BYTE Widen(DWORD raw) const {
-        return static_cast<BYTE>((((raw >> shift) & ((1u << bits) - 1)) * repeat) >> drop);
-    }
+    BYTE Widen(DWORD raw) const { return static_cast<BYTE>((((raw >> shift) & ((1u << bits) - 1)) * repeat) >> drop); }
     DWORD Narrow(BYTE value) const { return (DWORD{value} >> (8 - bits)) << shift; }
 
     int shift = 0;
-    int bits = 0;         // 0 to 8
-    DWORD repeat = 0;     // a product with this repeats the bits often enough,
-    int drop = 0;         // and what is below the upper 8 goes
+    int bits = 0;       // 0 to 8
+    DWORD repeat = 0;   // a product with this repeats the bits often enough,
+    int drop = 0;       // and what is below the upper 8 goes
 };
 
 COLORREF ColorOfPixel(const PixelBuffer& buffer, DWORD raw);

@@ -11,6 +11,7 @@ namespace rastel::platform {
 
 namespace {
 
+constexpr int kChunk = 256;                // pixels on the stack at a time
 constexpr std::size_t kCacheSize = 4096;   // a power of two
 constexpr COLORREF kNoColor = 0xFFFFFFFF;
 constexpr PixelFormat kUsual32 = {32, 0xFF0000, 0x00FF00, 0x0000FF};
@@ -42,79 +43,26 @@ bool IsGreyRamp(const PixelBuffer& buffer) {
     return true;
 }
 
-DWORD Load32(const unsigned char* source) {
-    DWORD value;
-    std::memcpy(&value, source, 4);
-    return value;
+// Whole rows from and to the usual 32 bits; null: no row function knows the format.
+RowKernels::ConvertRow WidenerOf(const PixelFormat& format) {
+    const RowKernels& kernels = Kernels();
+    return format == kUsual24    ? kernels.from24To32
+           : format == kUsual565 ? kernels.from565To32
+           : format == kUsual555 ? kernels.from555To32
+                                 : nullptr;
 }
 
-template <typename Value>
-void Store(unsigned char* target, Value value) {
-    std::memcpy(target, &value, sizeof(value));
+RowKernels::ConvertRow NarrowerOf(const PixelFormat& format) {
+    const RowKernels& kernels = Kernels();
+    return format == kUsual24    ? kernels.from32To24
+           : format == kUsual565 ? kernels.from32To565
+           : format == kUsual555 ? kernels.from32To555
+                                 : nullptr;
 }
 
-void Row32To24(const unsigned char* source, unsigned char* target, int count) {
-    // Four pixels make three whole words.
-    for (; count >= 4; count -= 4, source += 16, target += 12) {
-        const DWORD a = Load32(source) & 0xFFFFFF;
-        const DWORD b = Load32(source + 4) & 0xFFFFFF;
-        const DWORD c = Load32(source + 8) & 0xFFFFFF;
-        const DWORD d = Load32(source + 12) & 0xFFFFFF;
-        Store(target, a | (b << 24));
-        Store(target + 4, (b >> 8) | (c << 16));
-        Store(target + 8, (c >> 16) | (d << 8));
-    }
-    for (; count > 0; --count, source += 4, target += 3) {
-        target[0] = source[0];
-        target[1] = source[1];
-        target[2] = source[2];
-    }
+DWORD GreyOf(COLORREF color) {
+    return (DWORD{GetRValue(color)} + GetGValue(color) + GetBValue(color) + 1) / 3;
 }
-
-void Row24To32(const unsigned char* source, unsigned char* target, int count) {
-    for (; count >= 4; count -= 4, source += 12, target += 16) {
-        const DWORD a = Load32(source);
-        const DWORD b = Load32(source + 4);
-        const DWORD c = Load32(source + 8);
-        Store(target, a & 0xFFFFFF);
-        Store(target + 4, (a >> 24) | ((b & 0xFFFF) << 8));
-        Store(target + 8, (b >> 16) | ((c & 0xFF) << 16));
-        Store(target + 12, c >> 8);
-    }
-    for (; count > 0; --count, source += 3, target += 4) {
-        Store(target, DWORD{source[0]} | (DWORD{source[1]} << 8) | (DWORD{source[2]} << 16));
-    }
-}
-
-template <int GreenBits>
-void Row32To16(const unsigned char* source, unsigned char* target, int count) {
-    constexpr int kRedShift = GreenBits + 5;
-    constexpr DWORD kGreenMask = ((1u << GreenBits) - 1) << 5;
-    constexpr DWORD kRedMask = 0x1Fu << kRedShift;
-    for (int i = 0; i < count; ++i) {
-        const DWORD value = Load32(source + static_cast<std::ptrdiff_t>(i) * 4);
-        const DWORD packed = ((value >> (19 - kRedShift)) & kRedMask) |
-                             ((value >> (16 - GreenBits - 5)) & kGreenMask) | ((value >> 3) & 0x1F);
-        Store(target + static_cast<std::ptrdiff_t>(i) * 2, static_cast<std::uint16_t>(packed));
-    }
-}
-
-template <int GreenBits>
-void Row16To32(const unsigned char* source, unsigned char* target, int count) {
-    for (int i = 0; i < count; ++i) {
-        std::uint16_t packed;
-        std::memcpy(&packed, source + static_cast<std::ptrdiff_t>(i) * 2, 2);
-        const DWORD red = (packed >> (GreenBits + 5)) & 0x1Fu;
-        const DWORD green = (packed >> 5) & ((1u << GreenBits) - 1);
-        const DWORD blue = packed & 0x1Fu;
-        const DWORD value = (((red << 3) | (red >> 2)) << 16) |
-                            (((green << (8 - GreenBits)) | (green >> (2 * GreenBits - 8))) << 8) | (blue << 3) |
-                            (blue >> 2);
-        Store(target + static_cast<std::ptrdiff_t>(i) * 4, value);
-    }
-}
-
-DWORD GreyOf(COLORREF color) { return (DWORD{GetRValue(color)} + GetGValue(color) + GetBValue(color) + 1) / 3; }
 
 }   // namespace
 
@@ -138,6 +86,7 @@ PixelConverter::PixelConverter(const PixelBuffer& source, const PixelBuffer& tar
             colors_.assign(target.colors, target.colors + target.colorCount);
         }
     }
+    ChooseRows();
 }
 
 void PixelConverter::MakeTable(const PixelBuffer& source, const PixelBuffer& target, const MonoColors& mono) {
@@ -220,35 +169,35 @@ void PixelConverter::Map(const DWORD* source, DWORD* target, int count) {
     }
 }
 
-bool PixelConverter::ConvertRowFast(const unsigned char* source, unsigned char* target, int count) const {
-    if (kind_ != Kind::Channels) {
-        return false;
+void PixelConverter::ChooseRows() {
+    if (kind_ != Kind::Channels && kind_ != Kind::Grey) {
+        return;
     }
-    if (source_ == kUsual32) {
-        if (target_ == kUsual24) {
-            Row32To24(source, target, count);
-        } else if (target_ == kUsual565) {
-            Row32To16<6>(source, target, count);
-        } else if (target_ == kUsual555) {
-            Row32To16<5>(source, target, count);
-        } else {
-            return false;
-        }
-        return true;
+    const bool from32 = source_ == kUsual32;
+    const bool to32 = kind_ == Kind::Channels && target_ == kUsual32;
+    const RowKernels::ConvertRow widen = WidenerOf(source_);
+    const RowKernels::ConvertRow narrow = kind_ == Kind::Grey ? Kernels().from32ToGrey : NarrowerOf(target_);
+    if (from32 && narrow != nullptr) {
+        first_ = narrow;
+    } else if (widen != nullptr && to32) {
+        first_ = widen;
+    } else if (widen != nullptr && narrow != nullptr) {
+        first_ = widen;
+        second_ = narrow;
     }
-    if (target_ == kUsual32) {
-        if (source_ == kUsual24) {
-            Row24To32(source, target, count);
-        } else if (source_ == kUsual565) {
-            Row16To32<6>(source, target, count);
-        } else if (source_ == kUsual555) {
-            Row16To32<5>(source, target, count);
-        } else {
-            return false;
-        }
-        return true;
+}
+
+void PixelConverter::RunRows(const unsigned char* source, unsigned char* target, int count) const {
+    if (second_ == nullptr) {
+        first_(source, target, count);
+        return;
     }
-    return false;
+    unsigned char wide[kChunk * 4];
+    for (int done = 0; done < count; done += kChunk) {
+        const int part = std::min(kChunk, count - done);
+        first_(source + ByteOffset(source_.bitsPerPixel, done), wide, part);
+        second_(wide, target + ByteOffset(target_.bitsPerPixel, done), part);
+    }
 }
 
 void PixelConverter::ConvertRow(const unsigned char* sourceRow, int sourceX, unsigned char* targetRow, int targetX,
@@ -264,17 +213,17 @@ void PixelConverter::ConvertRow(const unsigned char* sourceRow, int sourceX, uns
             std::memmove(target, source, static_cast<std::size_t>(ByteOffset(source_.bitsPerPixel, count)));
             return;
         }
-        if (ConvertRowFast(source, target, count)) {
+        if (first_ != nullptr) {
+            RunRows(source, target, count);
             return;
         }
         if (kind_ == Kind::Table && target_.bitsPerPixel == 32) {
             for (int i = 0; i < count; ++i) {
-                Store(target + static_cast<std::ptrdiff_t>(i) * 4, table_[source[i]]);
+                std::memcpy(target + static_cast<std::ptrdiff_t>(i) * 4, &table_[source[i]], 4);
             }
             return;
         }
     }
-    constexpr int kChunk = 256;
     DWORD values[kChunk];
     for (int done = 0; done < count; done += kChunk) {
         const int part = std::min(kChunk, count - done);

@@ -1,10 +1,10 @@
 // Rows of pixels from one format to another.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "rastel/platform/portable/gdi/pixel_buffer.h"
+#include "rastel/platform/portable/gdi/row_kernels.h"
 
 namespace rastel::platform {
 
@@ -15,7 +15,7 @@ struct MonoColors {
     COLORREF back = 0x00FFFFFF;
     bool targetIsMono = false;   // 1 where the source has this colour, 0 elsewhere
     COLORREF match = 0x00FFFFFF;
-    bool matchExactly = true;    // false: black or white, whichever is nearer
+    bool matchExactly = true;   // false: black or white, whichever is nearer
 };
 
 // Made once a drawing call; holds what it needs of the colour tables. Not for several threads at once: it remembers
@@ -39,25 +39,30 @@ private:
 
     void MakeTable(const PixelBuffer& source, const PixelBuffer& target, const MonoColors& mono);
     void MakeChannels(const PixelFormat& source, const PixelFormat& target);
-    bool ConvertRowFast(const unsigned char* source, unsigned char* target, int count) const;
+    void ChooseRows();
+    void RunRows(const unsigned char* source, unsigned char* target, int count) const;
     DWORD NearestIndex(COLORREF color);
 
     Kind kind_ = Kind::Identity;
     PixelFormat source_;
     PixelFormat target_;
 
-    std::vector<DWORD> table_;          // Table: 2 to the depth entries. Channels: three of 256, in place already
-    int shifts_[3] = {};                // Channels: where the 8 or fewer bits of each begin,
-    DWORD channelMasks_[3] = {};        // and how many
+    // Whole rows at once where both formats are usual ones: one step, or two by way of 32 bits.
+    RowKernels::ConvertRow first_ = nullptr;
+    RowKernels::ConvertRow second_ = nullptr;
 
-    std::vector<RGBQUAD> colors_;       // Nearest
+    std::vector<DWORD> table_;     // Table: 2 to the depth entries. Channels: three of 256, in place already
+    int shifts_[3] = {};           // Channels: where the 8 or fewer bits of each begin,
+    DWORD channelMasks_[3] = {};   // and how many
+
+    std::vector<RGBQUAD> colors_;   // Nearest
     struct Remembered {
         COLORREF color;
         DWORD index;
     };
     std::vector<Remembered> cache_;
 
-    DWORD match_ = 0;                   // Match: what becomes 1
+    DWORD match_ = 0;   // Match: what becomes 1
     DWORD matchMask_ = 0;
 };
 

@@ -24,6 +24,15 @@ struct MintermMasks {
     DWORD masks[8];
 };
 
+template <bool HasPattern, bool HasSource>
+void Mix(BYTE minterms, const DWORD* __restrict pattern, const DWORD* __restrict source, DWORD* __restrict target,
+         int count) {
+    const MintermMasks masks(minterms);
+    for (int i = 0; i < count; ++i) {
+        target[i] = masks.Evaluate(HasPattern ? pattern[i] : 0, HasSource ? source[i] : 0, target[i]);
+    }
+}
+
 }   // namespace
 
 RasterOp RasterOp::FromPenMix(int mix) {
@@ -38,36 +47,10 @@ RasterOp RasterOp::FromPenMix(int mix) {
 }
 
 void RasterOp::Apply(const DWORD* pattern, const DWORD* source, DWORD* target, int count) const {
-    switch (DWORD{minterms_} << 16) {
-        case SRCCOPY & 0xFF0000u:
-            for (int i = 0; i < count; ++i) {
-                target[i] = source[i];
-            }
-            return;
-        case SRCPAINT & 0xFF0000u:
-            for (int i = 0; i < count; ++i) {
-                target[i] |= source[i];
-            }
-            return;
-        case SRCAND & 0xFF0000u:
-            for (int i = 0; i < count; ++i) {
-                target[i] &= source[i];
-            }
-            return;
-        case SRCINVERT & 0xFF0000u:
-            for (int i = 0; i < count; ++i) {
-                target[i] ^= source[i];
-            }
-            return;
-        default:
-            break;
-    }
-    const MintermMasks masks(minterms_);
-    const bool needsPattern = NeedsPattern();
-    const bool needsSource = NeedsSource();
-    for (int i = 0; i < count; ++i) {
-        target[i] = masks.Evaluate(needsPattern ? pattern[i] : 0, needsSource ? source[i] : 0, target[i]);
-    }
+    using MixRow = void (*)(BYTE, const DWORD*, const DWORD*, DWORD*, int);
+    static constexpr MixRow kMixers[2][2] = {{Mix<false, false>, Mix<false, true>},
+                                             {Mix<true, false>, Mix<true, true>}};
+    kMixers[NeedsPattern() ? 1 : 0][NeedsSource() ? 1 : 0](minterms_, pattern, source, target, count);
 }
 
 DWORD RasterOp::Apply(DWORD pattern, DWORD source, DWORD target) const {

@@ -21,7 +21,7 @@ public:
     constexpr bool NeedsSource() const { return ((minterms_ >> 2) & 0x33) != (minterms_ & 0x33); }
     constexpr bool NeedsTarget() const { return ((minterms_ >> 1) & 0x55) != (minterms_ & 0x55); }
 
-    // target[i] = f(pattern[i], source[i], target[i]); arrays that are not needed may be null.
+    // target[i] = f(pattern[i], source[i], target[i]); different arrays, null where not needed.
     void Apply(const DWORD* pattern, const DWORD* source, DWORD* target, int count) const;
 
     DWORD Apply(DWORD pattern, DWORD source, DWORD target) const;

@@ -10,7 +10,9 @@ namespace rastel::platform {
 
 namespace {
 
-bool IsEmptyRect(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
+bool IsEmptyRect(const RECT& rect) {
+    return rect.left >= rect.right || rect.top >= rect.bottom;
+}
 
 struct Span {
     LONG left;
@@ -167,9 +169,13 @@ void Region::Intersect(const RECT& rect) {
     Intersect(Region(rect));
 }
 
-void Region::Intersect(const Region& other) { rects_ = Combine(Operation::Intersect, rects_, other.rects_); }
+void Region::Intersect(const Region& other) {
+    rects_ = Combine(Operation::Intersect, rects_, other.rects_);
+}
 
-void Region::Subtract(const RECT& rect) { Subtract(Region(rect)); }
+void Region::Subtract(const RECT& rect) {
+    Subtract(Region(rect));
+}
 
 void Region::Subtract(const Region& other) {
     if (!other.IsEmpty()) {
@@ -177,9 +183,13 @@ void Region::Subtract(const Region& other) {
     }
 }
 
-void Region::Unite(const RECT& rect) { Unite(Region(rect)); }
+void Region::Unite(const RECT& rect) {
+    Unite(Region(rect));
+}
 
-void Region::Unite(const Region& other) { rects_ = Combine(Operation::Unite, rects_, other.rects_); }
+void Region::Unite(const Region& other) {
+    rects_ = Combine(Operation::Unite, rects_, other.rects_);
+}
 
 void Region::Offset(int dx, int dy) {
     bool clamped = false;

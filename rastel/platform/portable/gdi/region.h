@@ -14,8 +14,8 @@ public:
 
     bool IsEmpty() const { return rects_.empty(); }
     const std::vector<RECT>& Rects() const { return rects_; }
-    RECT Bounds() const;                     // all zero when empty
-    int Complexity() const;                  // NULLREGION, SIMPLEREGION or COMPLEXREGION
+    RECT Bounds() const;      // all zero when empty
+    int Complexity() const;   // NULLREGION, SIMPLEREGION or COMPLEXREGION
 
     void Intersect(const RECT& rect);
     void Intersect(const Region& other);

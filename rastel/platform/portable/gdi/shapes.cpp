@@ -20,7 +20,9 @@ using rastel::platform::RasterOp;
 
 namespace {
 
-bool IsEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
+bool IsEmpty(const RECT& rect) {
+    return rect.left >= rect.right || rect.top >= rect.bottom;
+}
 
 // The border of a rectangle as four that do not overlap, `width` pixels wide.
 template <typename Draw>
@@ -129,7 +131,9 @@ BOOL Rectangle(HDC context, int left, int top, int right, int bottom) {
     return drawn ? TRUE : FALSE;
 }
 
-COLORREF SetPixel(HDC context, int x, int y, COLORREF color) { return PutPixel(context, x, y, color); }
+COLORREF SetPixel(HDC context, int x, int y, COLORREF color) {
+    return PutPixel(context, x, y, color);
+}
 
 BOOL SetPixelV(HDC context, int x, int y, COLORREF color) {
     return PutPixel(context, x, y, color) != CLR_INVALID ? TRUE : FALSE;
@@ -140,10 +144,9 @@ COLORREF GetPixel(HDC context, int x, int y) {
     COLORREF color = CLR_INVALID;
     if (found) {
         DrawInside(*found, PixelAt(*found, x, y), Access::Read, [&](const Canvas& canvas, const RECT& area) {
-            color = ColorOfPixel(canvas.pixels,
-                                 rastel::platform::LoadPixel(canvas.pixels.Row(area.top - canvas.origin.y),
-                                                             canvas.pixels.format.bitsPerPixel,
-                                                             area.left - canvas.origin.x));
+            color = ColorOfPixel(canvas.pixels, rastel::platform::LoadPixel(
+                                                    canvas.pixels.Row(area.top - canvas.origin.y),
+                                                    canvas.pixels.format.bitsPerPixel, area.left - canvas.origin.x));
         });
     }
     return color;

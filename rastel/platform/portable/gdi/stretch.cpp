@@ -95,7 +95,9 @@ void StretchAxis::Fill(std::int64_t target, int count, int* sources) const {
     }
 }
 
-int StretchAxis::SourceFirst() const { return static_cast<int>(std::clamp<std::int64_t>(source_, 0, limit_)); }
+int StretchAxis::SourceFirst() const {
+    return static_cast<int>(std::clamp<std::int64_t>(source_, 0, limit_));
+}
 
 int StretchAxis::SourceLast() const {
     return static_cast<int>(std::clamp<std::int64_t>(source_ + sourceSize_, 0, limit_));

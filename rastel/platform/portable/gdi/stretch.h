@@ -1,7 +1,7 @@
 // Which source pixel a stretched target pixel takes, by exact integers.
 //
-// Along one axis target pixel i of T takes source pixel floor(i * S / T) of S: first to first, no drift, and what a clip
-// shows is cut from the same whole. A mirrored axis is the mirror image of the plain one.
+// Along one axis target pixel i of T takes source pixel floor(i * S / T) of S: first to first, no drift, and what a
+// clip shows is cut from the same whole. A mirrored axis is the mirror image of the plain one.
 #pragma once
 
 #include <cstdint>

@@ -217,8 +217,8 @@ std::vector<StrokePoint> OnDevice(const DeviceContext& context, const POINT* poi
     std::vector<StrokePoint> device;
     device.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        device.push_back({std::int64_t{points[i].x} + context.state.origin.x,
-                          std::int64_t{points[i].y} + context.state.origin.y});
+        device.push_back(
+            {std::int64_t{points[i].x} + context.state.origin.x, std::int64_t{points[i].y} + context.state.origin.y});
     }
     return device;
 }
@@ -259,5 +259,5 @@ BOOL Polyline(HDC context, const POINT* points, int count) {
         return FALSE;
     }
     return StrokeDevice(*found, rastel::platform::OnDevice(*found, points, static_cast<std::size_t>(count))) ? TRUE
-                                                                                                              : FALSE;
+                                                                                                             : FALSE;
 }

@@ -26,14 +26,14 @@ public:
 
 private:
     StrokePoint from_;
-    bool steep_;                 // longer in y
+    bool steep_;   // longer in y
     std::int64_t majorSign_;
     std::int64_t minorSign_;
-    std::int64_t length_;        // along the longer axis
-    std::int64_t rise_;          // along the shorter
+    std::int64_t length_;   // along the longer axis
+    std::int64_t rise_;     // along the shorter
     std::int64_t major_ = 0;
     std::int64_t minor_ = 0;
-    std::uint64_t rest_ = 0;     // of twice the length, until the next step across
+    std::uint64_t rest_ = 0;   // of twice the length, until the next step across
 };
 
 }   // namespace rastel::platform

@@ -28,9 +28,13 @@ Faults& TheFaults() {
 
 }   // namespace
 
-std::uint64_t DeviceSurfaceGeneration() { return generation; }
+std::uint64_t DeviceSurfaceGeneration() {
+    return generation;
+}
 
-void LoseDeviceSurfaces() { ++generation; }
+void LoseDeviceSurfaces() {
+    ++generation;
+}
 
 void FailDeviceCalls(const char* call, int count) {
     if (call == nullptr) {

@@ -8,7 +8,9 @@ namespace rastel::platform {
 
 namespace {
 
-std::shared_ptr<MemoryDisplay> TheMemoryDisplay() { return std::dynamic_pointer_cast<MemoryDisplay>(Display()); }
+std::shared_ptr<MemoryDisplay> TheMemoryDisplay() {
+    return std::dynamic_pointer_cast<MemoryDisplay>(Display());
+}
 
 }   // namespace
 

@@ -15,9 +15,13 @@ namespace {
 
 constexpr int kFixedAtEachEnd = 10;
 
-int BytesOf(const PixelFormat& format) { return format.bitsPerPixel / 8; }
+int BytesOf(const PixelFormat& format) {
+    return format.bitsPerPixel / 8;
+}
 
-HWND HandleOf(std::uintptr_t number) { return reinterpret_cast<HWND>(number); }
+HWND HandleOf(std::uintptr_t number) {
+    return reinterpret_cast<HWND>(number);
+}
 
 constexpr std::uintptr_t kDesktop = 0x10010;
 
@@ -109,7 +113,9 @@ PixelFormat MemoryDisplay::Format() const {
     return format_;
 }
 
-DeviceTraits MemoryDisplay::Traits() const { return {options_.directDraw, options_.direct3D, options_.pitchPadding}; }
+DeviceTraits MemoryDisplay::Traits() const {
+    return {options_.directDraw, options_.direct3D, options_.pitchPadding};
+}
 
 std::vector<DisplayMode> MemoryDisplay::Modes() const {
     std::vector<DisplayMode> modes;
@@ -205,7 +211,9 @@ bool MemoryDisplay::VisibleArea(HWND window, Region* onScreen) const {
     return true;
 }
 
-HWND MemoryDisplay::DesktopWindow() const { return HandleOf(kDesktop); }
+HWND MemoryDisplay::DesktopWindow() const {
+    return HandleOf(kDesktop);
+}
 
 PixelBuffer MemoryDisplay::ScreenPixels() const {
     PixelBuffer pixels;
@@ -283,8 +291,8 @@ void MemoryDisplay::StartDetour(const RECT& onScreen, const Region& visible, Acc
         readable.Intersect(ScreenRect());
         for (const RECT& part : readable.Rects()) {
             CopyPixels(ScreenPixels(), {part.left, part.top}, *pixels,
-                     {part.left - onScreen.left, part.top - onScreen.top},
-                     {part.right - part.left, part.bottom - part.top});
+                       {part.left - onScreen.left, part.top - onScreen.top},
+                       {part.right - part.left, part.bottom - part.top});
         }
     }
 }
@@ -301,7 +309,7 @@ void MemoryDisplay::EndAccess() {
             copy.pitch = detour_->pitch;
             for (const RECT& part : detour_->visible.Rects()) {
                 CopyPixels(copy, {part.left - detour_->origin.x, part.top - detour_->origin.y}, ScreenPixels(),
-                         {part.left, part.top}, {part.right - part.left, part.bottom - part.top});
+                           {part.left, part.top}, {part.right - part.left, part.bottom - part.top});
             }
         }
         detour_.reset();
@@ -330,7 +338,9 @@ bool MemoryDisplay::SetSystemPalette(int first, const std::vector<RGBQUAD>& colo
     return true;
 }
 
-void MemoryDisplay::WaitForBlank() { WaitForTick(options_.refreshHz); }
+void MemoryDisplay::WaitForBlank() {
+    WaitForTick(options_.refreshHz);
+}
 
 HWND MemoryDisplay::MakeWindow(const RECT& clientOnScreen) {
     const std::lock_guard lock(mutex_);

@@ -6,7 +6,9 @@ namespace rastel::platform {
 
 namespace {
 
-bool IsContiguous(DWORD mask) { return mask != 0 && std::has_single_bit((mask >> std::countr_zero(mask)) + DWORD{1}); }
+bool IsContiguous(DWORD mask) {
+    return mask != 0 && std::has_single_bit((mask >> std::countr_zero(mask)) + DWORD{1});
+}
 
 }   // namespace
 
@@ -35,7 +37,7 @@ std::vector<DisplayMode> UsualModes(int refreshHz) {
     constexpr struct {
         int width;
         int height;
-    } kSizes[] = {{640, 480},  {800, 600},   {1024, 768},  {1152, 864},  {1280, 720},
+    } kSizes[] = {{640, 480},   {800, 600},  {1024, 768},  {1152, 864}, {1280, 720},
                   {1280, 1024}, {1366, 768}, {1600, 1200}, {1920, 1080}};
     std::vector<DisplayMode> modes;
     for (const int bits : {8, 16, 32}) {

@@ -54,7 +54,9 @@ void ReplaceDisplay(std::shared_ptr<DisplayDevice> display) {
     choice.declined.clear();
 }
 
-std::wstring DisplayKind() { return Display()->Kind(); }
+std::wstring DisplayKind() {
+    return Display()->Kind();
+}
 
 std::wstring DisplayDeclined() {
     Display();

@@ -37,7 +37,9 @@ SigpipeGuard::~SigpipeGuard() {
 X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber)
     : connection_(connection), screen_(screen), screenNumber_(screenNumber) {}
 
-X11Connection::~X11Connection() { xcb_disconnect(connection_); }
+X11Connection::~X11Connection() {
+    xcb_disconnect(connection_);
+}
 
 std::unique_ptr<X11Connection> X11Connection::Open(const char* displayName, std::wstring* declined) {
     if (displayName == nullptr) {

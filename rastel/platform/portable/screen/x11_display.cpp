@@ -19,7 +19,9 @@ namespace rastel::platform {
 
 namespace {
 
-bool IsEmpty(const RECT& rect) { return rect.left >= rect.right || rect.top >= rect.bottom; }
+bool IsEmpty(const RECT& rect) {
+    return rect.left >= rect.right || rect.top >= rect.bottom;
+}
 
 bool SameRect(const RECT& a, const RECT& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
@@ -96,6 +98,7 @@ private:
     };
 
     int BitsPerPixel() const;
+    std::optional<xcb_window_t> IdOf(HWND window) const;
     std::optional<X11WindowFacts> Find(HWND window) const;
     bool Fetch(xcb_window_t window, const RECT& area, const RECT& readable, const PixelLayout& layout,
                unsigned char* bits);
@@ -182,13 +185,17 @@ bool X11Display::RestoreMode() {
     return server_->connection->IsAlive() && server_->modes.Restore();
 }
 
-std::optional<X11WindowFacts> X11Display::Find(HWND window) const {
+std::optional<xcb_window_t> X11Display::IdOf(HWND window) const {
     const auto number = reinterpret_cast<std::uintptr_t>(window);
     if (number > UINT32_MAX) {
         return std::nullopt;
     }
-    const auto id = number == 0 ? server_->connection->Root() : static_cast<xcb_window_t>(number);
-    return server_->windows.Find(id);
+    return number == 0 ? server_->connection->Root() : static_cast<xcb_window_t>(number);
+}
+
+std::optional<X11WindowFacts> X11Display::Find(HWND window) const {
+    const auto id = IdOf(window);
+    return id ? server_->windows.Find(*id) : std::nullopt;
 }
 
 bool X11Display::ClientArea(HWND window, RECT* onScreen) const {
@@ -214,12 +221,13 @@ bool X11Display::WindowArea(HWND window, RECT* onScreen) const {
 
 bool X11Display::VisibleArea(HWND window, Region* onScreen) const {
     const Session session(*this);
-    const auto facts = Find(window);
-    if (!facts || onScreen == nullptr) {
+    const auto id = IdOf(window);
+    auto visible = id ? server_->windows.VisibleArea(*id) : std::nullopt;
+    if (!visible || onScreen == nullptr) {
         return false;
     }
-    *onScreen = server_->windows.VisibleArea(*facts);
-    return server_->connection->IsAlive();
+    *onScreen = *std::move(visible);
+    return true;
 }
 
 HWND X11Display::DesktopWindow() const {
@@ -295,10 +303,9 @@ bool X11Display::Fetch(xcb_window_t window, const RECT& area, const RECT& readab
     if (!readsAll && fetched == X11Transfer::Fetched::All) {
         const int bytesPerPixel = layout.format.bitsPerPixel / 8;
         const std::int64_t partPitch = layout.PitchOf(readable.right - readable.left);
-        const auto rowBytes =
-            static_cast<std::size_t>((readable.right - readable.left) * std::int64_t{bytesPerPixel});
-        unsigned char* const corner = bits + pitch * (readable.top - area.top) +
-                                      std::int64_t{readable.left - area.left} * bytesPerPixel;
+        const auto rowBytes = static_cast<std::size_t>((readable.right - readable.left) * std::int64_t{bytesPerPixel});
+        unsigned char* const corner =
+            bits + pitch * (readable.top - area.top) + std::int64_t{readable.left - area.left} * bytesPerPixel;
         for (int y = 0; y < readable.bottom - readable.top; ++y) {
             std::memcpy(corner + pitch * y, bits + bytes + partPitch * y, rowBytes);
         }
@@ -336,7 +343,9 @@ bool X11Display::SetSystemPalette(int first, const std::vector<RGBQUAD>& colors)
     return server_->connection->IsAlive() && server_->palette.Store(first, colors);
 }
 
-void X11Display::WaitForBlank() { WaitForTick(Mode().refreshHz); }
+void X11Display::WaitForBlank() {
+    WaitForTick(Mode().refreshHz);
+}
 
 void X11Display::Flush() {
     const Session session(*this);
@@ -352,8 +361,7 @@ std::shared_ptr<DisplayDevice> ConnectX11Display(const char* name, std::wstring*
         return nullptr;
     }
     X11Layouts layouts(connection->Setup(), connection->Screen());
-    const PixelLayout* const screen =
-        layouts.Find(connection->Screen().root_depth, connection->Screen().root_visual);
+    const PixelLayout* const screen = layouts.Find(connection->Screen().root_depth, connection->Screen().root_visual);
     if (screen == nullptr) {
         *declined = L"the X screen has an unknown pixel format";
         return nullptr;

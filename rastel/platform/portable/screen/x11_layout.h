@@ -13,10 +13,10 @@ struct PixelLayout {
     PixelFormat format;
     int depth = 0;
     int rowPadBits = 32;
-    bool swapsBytes = false;    // the server's words run the other way round than ours
-    DWORD opaqueBits = 0;       // of an alpha channel that a compositor reads
+    bool swapsBytes = false;       // the server's words run the other way round than ours
+    DWORD opaqueBits = 0;          // of an alpha channel that a compositor reads
     bool canStoreColors = false;   // indexed with a colour map that can be written
-    int colorCount = 0;         // of its colour map
+    int colorCount = 0;            // of its colour map
 
     std::int64_t PitchOf(int width) const {
         const std::int64_t bits = std::int64_t{width} * format.bitsPerPixel;

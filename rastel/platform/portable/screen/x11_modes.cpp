@@ -38,7 +38,9 @@ bool IsTurned(std::uint16_t rotation) {
 }
 
 // As many millimetres as 96 dots an inch make of it, which is what hosts without a real size count with.
-SIZE MillimetresOf(SIZE size) { return {std::max(1, size.cx * 254 / 960), std::max(1, size.cy * 254 / 960)}; }
+SIZE MillimetresOf(SIZE size) {
+    return {std::max(1, size.cx * 254 / 960), std::max(1, size.cy * 254 / 960)};
+}
 
 }   // namespace
 
@@ -93,8 +95,7 @@ void X11Modes::Learn() {
     outputs.insert(outputs.end(), all, all + xcb_randr_get_screen_resources_current_outputs_length(resources.get()));
     XReply<xcb_randr_get_output_info_reply_t> output;
     for (const xcb_randr_output_t id : outputs) {
-        output.reset(
-            xcb_randr_get_output_info_reply(xcb_, xcb_randr_get_output_info(xcb_, id, configTime_), nullptr));
+        output.reset(xcb_randr_get_output_info_reply(xcb_, xcb_randr_get_output_info(xcb_, id, configTime_), nullptr));
         if (output && output->crtc != 0) {
             break;
         }
@@ -104,8 +105,8 @@ void X11Modes::Learn() {
         return;
     }
     crtc_ = output->crtc;
-    name_ = Sanitised(xcb_randr_get_output_info_name(output.get()),
-                      xcb_randr_get_output_info_name_length(output.get()));
+    name_ =
+        Sanitised(xcb_randr_get_output_info_name(output.get()), xcb_randr_get_output_info_name_length(output.get()));
 
     const std::span offered(xcb_randr_get_output_info_modes(output.get()),
                             static_cast<std::size_t>(xcb_randr_get_output_info_modes_length(output.get())));
@@ -234,8 +235,8 @@ bool X11Modes::Set(int width, int height, int refreshHz) {
     wanted.mode = best->id;
     const int shownWidth = IsTurned(now_.rotation) ? best->height : best->width;
     const int shownHeight = IsTurned(now_.rotation) ? best->width : best->height;
-    const SIZE extent = ExtentWith(crtc_, {now_.place.x, now_.place.y, now_.place.x + shownWidth,
-                                           now_.place.y + shownHeight});
+    const SIZE extent =
+        ExtentWith(crtc_, {now_.place.x, now_.place.y, now_.place.x + shownWidth, now_.place.y + shownHeight});
     wanted.millimetres = MillimetresOf(extent);
 
     // Nobody else may rearrange the screens in between.

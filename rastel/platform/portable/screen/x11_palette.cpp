@@ -9,8 +9,12 @@ namespace {
 constexpr std::size_t kFixedAtEachEnd = 10;
 
 // 16-bit channels of the server: 255 is all of it.
-std::uint16_t Wide(BYTE value) { return static_cast<std::uint16_t>(value * 0x101); }
-BYTE Narrow(std::uint16_t value) { return static_cast<BYTE>(value >> 8); }
+std::uint16_t Wide(BYTE value) {
+    return static_cast<std::uint16_t>(value * 0x101);
+}
+BYTE Narrow(std::uint16_t value) {
+    return static_cast<BYTE>(value >> 8);
+}
 
 }   // namespace
 

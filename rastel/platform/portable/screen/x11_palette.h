@@ -21,7 +21,7 @@ class X11Palette {
 public:
     X11Palette(X11Connection& connection, const PixelLayout& screen);
 
-    const X11Colors& Read();                             // as they are now
+    const X11Colors& Read();   // as they are now
     const X11Colors& LastRead() const { return colors_; }
 
     // Stores what falls into cells that are ours. False: none did.

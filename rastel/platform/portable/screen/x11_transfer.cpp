@@ -3,11 +3,9 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
-#include <xcb/xcbext.h>
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 namespace rastel::platform {
 
@@ -15,14 +13,17 @@ namespace {
 
 constexpr std::int64_t kBandBytes = 4 << 20;   // one answer with pixels stays about this small
 
-int Width(const RECT& area) { return area.right - area.left; }
-int Height(const RECT& area) { return area.bottom - area.top; }
+int Width(const RECT& area) {
+    return area.right - area.left;
+}
+int Height(const RECT& area) {
+    return area.bottom - area.top;
+}
 
 X11Transfer::Fetched ResultOf(const xcb_generic_error_t* error) {
     constexpr int kBadWindow = 3;
     constexpr int kBadDrawable = 9;
-    const bool noDrawable =
-        error != nullptr && (error->error_code == kBadWindow || error->error_code == kBadDrawable);
+    const bool noDrawable = error != nullptr && (error->error_code == kBadWindow || error->error_code == kBadDrawable);
     return noDrawable ? X11Transfer::Fetched::NoDrawable : X11Transfer::Fetched::Refused;
 }
 
@@ -34,9 +35,7 @@ X11Transfer::X11Transfer(X11Connection& connection)
 }
 
 X11Transfer::~X11Transfer() {
-    for (Block& block : blocks_) {
-        Clear(block);
-    }
+    Clear();
 }
 
 bool X11Transfer::CanShare() {
@@ -51,33 +50,23 @@ bool X11Transfer::CanShare() {
 }
 
 unsigned char* X11Transfer::Reserve(std::int64_t bytes) {
-    current_ = nullptr;
-    Block* const block = &blocks_[0];
-    if (!IsFree(*block)) {
-        // The first is always the one used last, so the other one has had more time.
-        WaitFor(blocks_[1]);
-        std::swap(blocks_[0], blocks_[1]);
-    }
-    if (bytes > block->bytes && !Grow(*block, bytes)) {
-        return nullptr;
-    }
-    current_ = block;
-    return block->bits;
+    WaitForServer();
+    return bytes <= bytes_ || Grow(bytes) ? bits_ : nullptr;
 }
 
-bool X11Transfer::Grow(Block& block, std::int64_t bytes) {
-    Clear(block);
-    if (!isShared_ || !Share(block, bytes)) {
-        if (!block.own.Allocate(bytes)) {
+bool X11Transfer::Grow(std::int64_t bytes) {
+    Clear();
+    if (!isShared_ || !Share(bytes)) {
+        if (!own_.Allocate(bytes)) {
             return false;
         }
-        block.bits = block.own.Data();
-        block.bytes = bytes;
+        bits_ = own_.Data();
+        bytes_ = bytes;
     }
     return true;
 }
 
-bool X11Transfer::Share(Block& block, std::int64_t bytes) {
+bool X11Transfer::Share(std::int64_t bytes) {
     constexpr std::int64_t kStep = 1 << 18;   // so that a slightly larger picture doesn't need a new one
     const std::int64_t rounded = (bytes + kStep - 1) / kStep * kStep;
     if (bytes <= 0 || rounded > INT32_MAX) {
@@ -92,69 +81,52 @@ bool X11Transfer::Share(Block& block, std::int64_t bytes) {
         close(file);
         return false;
     }
-    void* const bits =
-        mmap(nullptr, static_cast<std::size_t>(rounded), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    void* const bits = mmap(nullptr, static_cast<std::size_t>(rounded), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
     if (bits == MAP_FAILED) {
         close(file);
         return false;
     }
     const xcb_shm_seg_t segment = xcb_generate_id(xcb_);
     // The connection closes the file.
-    const XReply<xcb_generic_error_t> error(
-        xcb_request_check(xcb_, xcb_shm_attach_fd_checked(xcb_, segment, file, 0)));
+    const XReply<xcb_generic_error_t> error(xcb_request_check(xcb_, xcb_shm_attach_fd_checked(xcb_, segment, file, 0)));
     if (error || !connection_.IsAlive()) {
         isShared_ = false;   // it would refuse the next one as well
         munmap(bits, static_cast<std::size_t>(rounded));
         return false;
     }
-    block.bits = static_cast<unsigned char*>(bits);
-    block.bytes = rounded;
-    block.segment = segment;
+    bits_ = static_cast<unsigned char*>(bits);
+    bytes_ = rounded;
+    segment_ = segment;
     return true;
 }
 
-void X11Transfer::Clear(Block& block) {
-    if (block.fence) {
-        xcb_discard_reply(xcb_, block.fence->sequence);
+void X11Transfer::Clear() {
+    if (fence_) {
+        xcb_discard_reply(xcb_, fence_->sequence);
+        fence_.reset();
     }
-    if (block.segment != 0) {
-        xcb_shm_detach(xcb_, block.segment);   // takes its turn behind any put that is still to come
-        munmap(block.bits, static_cast<std::size_t>(block.bytes));
+    if (segment_ != 0) {
+        xcb_shm_detach(xcb_, segment_);   // takes its turn behind any put that is still to come
+        munmap(bits_, static_cast<std::size_t>(bytes_));
+        segment_ = 0;
     }
-    block = {};
+    own_ = {};
+    bits_ = nullptr;
+    bytes_ = 0;
 }
 
-bool X11Transfer::IsFree(Block& block) {
-    if (!block.fence) {
-        return true;
-    }
-    void* reply = nullptr;
-    xcb_generic_error_t* error = nullptr;
-    if (xcb_poll_for_reply(xcb_, block.fence->sequence, &reply, &error) == 0) {
-        return false;
-    }
-    std::free(reply);
-    std::free(error);
-    block.fence.reset();
-    return true;
-}
-
-void X11Transfer::WaitFor(Block& block) {
-    if (block.fence) {
-        std::free(xcb_get_input_focus_reply(xcb_, *block.fence, nullptr));
-        block.fence.reset();
+void X11Transfer::WaitForServer() {
+    if (fence_) {
+        std::free(xcb_get_input_focus_reply(xcb_, *fence_, nullptr));
+        fence_.reset();
     }
 }
 
 void X11Transfer::Finish() {
-    bool waited = false;
-    for (Block& block : blocks_) {
-        waited = waited || block.fence;
-        WaitFor(block);
+    if (!fence_) {
+        fence_ = xcb_get_input_focus(xcb_);
     }
-    if (!waited) {
-        std::free(xcb_get_input_focus_reply(xcb_, xcb_get_input_focus(xcb_), nullptr));
-    }
+    WaitForServer();
 }
 
 xcb_gcontext_t X11Transfer::GraphicsContext(int depth, Inferiors inferiors) {
@@ -179,22 +151,22 @@ xcb_gcontext_t X11Transfer::GraphicsContext(int depth, Inferiors inferiors) {
 X11Transfer::Fetched X11Transfer::Fetch(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout,
                                         std::int64_t offset) {
     const std::int64_t bytes = layout.PitchOf(Width(area)) * Height(area);
-    if (current_ == nullptr || offset < 0 || offset + bytes > current_->bytes) {
+    if (bits_ == nullptr || offset < 0 || offset + bytes > bytes_) {
         return Fetched::Refused;
     }
-    const Fetched fetched = current_->segment != 0 ? FetchShared(drawable, area, offset)
-                                                   : FetchPlain(drawable, area, layout, offset);
+    const Fetched fetched =
+        segment_ != 0 ? FetchShared(drawable, area, offset) : FetchPlain(drawable, area, layout, offset);
     if (fetched == Fetched::All) {
-        layout.FromServer(current_->bits + offset, Width(area), Height(area));
+        layout.FromServer(bits_ + offset, Width(area), Height(area));
     }
     return fetched;
 }
 
 X11Transfer::Fetched X11Transfer::FetchShared(xcb_drawable_t drawable, const RECT& area, std::int64_t offset) {
-    const auto cookie = xcb_shm_get_image(
-        xcb_, drawable, static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
-        static_cast<std::uint16_t>(Width(area)), static_cast<std::uint16_t>(Height(area)), ~std::uint32_t{0},
-        XCB_IMAGE_FORMAT_Z_PIXMAP, current_->segment, static_cast<std::uint32_t>(offset));
+    const auto cookie =
+        xcb_shm_get_image(xcb_, drawable, static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
+                          static_cast<std::uint16_t>(Width(area)), static_cast<std::uint16_t>(Height(area)),
+                          ~std::uint32_t{0}, XCB_IMAGE_FORMAT_Z_PIXMAP, segment_, static_cast<std::uint32_t>(offset));
     xcb_generic_error_t* raw = nullptr;
     const XReply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(xcb_, cookie, &raw));
     const XReply<xcb_generic_error_t> error(raw);
@@ -207,10 +179,10 @@ X11Transfer::Fetched X11Transfer::FetchPlain(xcb_drawable_t drawable, const RECT
     const int rowsAtOnce = static_cast<int>(std::max<std::int64_t>(1, kBandBytes / pitch));
     for (int top = 0; top < Height(area); top += rowsAtOnce) {
         const int rows = std::min(rowsAtOnce, Height(area) - top);
-        const auto cookie = xcb_get_image(
-            xcb_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.left),
-            static_cast<std::int16_t>(area.top + top), static_cast<std::uint16_t>(Width(area)),
-            static_cast<std::uint16_t>(rows), ~std::uint32_t{0});
+        const auto cookie =
+            xcb_get_image(xcb_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.left),
+                          static_cast<std::int16_t>(area.top + top), static_cast<std::uint16_t>(Width(area)),
+                          static_cast<std::uint16_t>(rows), ~std::uint32_t{0});
         xcb_generic_error_t* raw = nullptr;
         const XReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(xcb_, cookie, &raw));
         const XReply<xcb_generic_error_t> error(raw);
@@ -220,25 +192,25 @@ X11Transfer::Fetched X11Transfer::FetchPlain(xcb_drawable_t drawable, const RECT
         if (xcb_get_image_data_length(reply.get()) < pitch * rows) {
             return Fetched::Refused;
         }
-        std::memcpy(current_->bits + offset + pitch * top, xcb_get_image_data(reply.get()),
+        std::memcpy(bits_ + offset + pitch * top, xcb_get_image_data(reply.get()),
                     static_cast<std::size_t>(pitch * rows));
     }
     return Fetched::All;
 }
 
 void X11Transfer::Put(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout, Inferiors inferiors) {
-    if (current_ == nullptr || layout.PitchOf(Width(area)) * Height(area) > current_->bytes) {
+    if (bits_ == nullptr || layout.PitchOf(Width(area)) * Height(area) > bytes_) {
         return;
     }
     const xcb_gcontext_t context = GraphicsContext(layout.depth, inferiors);
-    layout.ToServer(current_->bits, Width(area), Height(area));
-    if (current_->segment != 0) {
+    layout.ToServer(bits_, Width(area), Height(area));
+    if (segment_ != 0) {
         xcb_shm_put_image(xcb_, drawable, context, static_cast<std::uint16_t>(Width(area)),
                           static_cast<std::uint16_t>(Height(area)), 0, 0, static_cast<std::uint16_t>(Width(area)),
                           static_cast<std::uint16_t>(Height(area)), static_cast<std::int16_t>(area.left),
                           static_cast<std::int16_t>(area.top), static_cast<std::uint8_t>(layout.depth),
-                          XCB_IMAGE_FORMAT_Z_PIXMAP, 0, current_->segment, 0);
-        current_->fence = xcb_get_input_focus(xcb_);
+                          XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment_, 0);
+        fence_ = xcb_get_input_focus(xcb_);
     } else {
         PutPlain(drawable, context, area, layout);
     }
@@ -259,7 +231,7 @@ void X11Transfer::PutPlain(xcb_drawable_t drawable, xcb_gcontext_t context, cons
         xcb_put_image(xcb_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, context, static_cast<std::uint16_t>(Width(area)),
                       static_cast<std::uint16_t>(rows), static_cast<std::int16_t>(area.left),
                       static_cast<std::int16_t>(area.top + top), 0, static_cast<std::uint8_t>(layout.depth),
-                      static_cast<std::uint32_t>(pitch * rows), current_->bits + pitch * top);
+                      static_cast<std::uint32_t>(pitch * rows), bits_ + pitch * top);
     }
 }
 

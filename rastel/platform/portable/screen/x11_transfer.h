@@ -4,7 +4,6 @@
 #include <xcb/shm.h>
 #include <xcb/xcb.h>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -25,6 +24,8 @@ public:
     bool UsesSharedMemory() const { return isShared_; }
 
     // A block that the server is not reading from, until the next call. Its contents are anything. Null: no memory.
+    // One block will do: whoever begins a picture asks the server for its window first, and by the time that is
+    // answered the picture before has been shown. A second one was measured and gained nothing.
     unsigned char* Reserve(std::int64_t bytes);
 
     // Reads `area` of a drawable to `offset` in the reserved block, in rows of the layout's own pitch.
@@ -39,20 +40,11 @@ public:
     void Finish();   // waits until the server has done all of it
 
 private:
-    struct Block {
-        unsigned char* bits = nullptr;
-        std::int64_t bytes = 0;
-        xcb_shm_seg_t segment = 0;   // 0: not shared
-        PixelMemory own;             // where it is not shared
-        std::optional<xcb_get_input_focus_cookie_t> fence;   // answered when the server is through with it
-    };
-
     bool CanShare();
-    bool Grow(Block& block, std::int64_t bytes);
-    bool Share(Block& block, std::int64_t bytes);
-    void Clear(Block& block);
-    bool IsFree(Block& block);
-    void WaitFor(Block& block);
+    bool Grow(std::int64_t bytes);
+    bool Share(std::int64_t bytes);
+    void Clear();
+    void WaitForServer();
     xcb_gcontext_t GraphicsContext(int depth, Inferiors inferiors);
     Fetched FetchShared(xcb_drawable_t drawable, const RECT& area, std::int64_t offset);
     Fetched FetchPlain(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout, std::int64_t offset);
@@ -61,10 +53,12 @@ private:
     X11Connection& connection_;
     xcb_connection_t* const xcb_;
     bool isShared_;
-    // While the server reads one, the next picture is drawn in the other.
-    std::array<Block, 2> blocks_;
-    Block* current_ = nullptr;
-    std::map<int, xcb_gcontext_t> contexts_;   // by depth; negative: for Inferiors::Drawn
+    unsigned char* bits_ = nullptr;
+    std::int64_t bytes_ = 0;
+    xcb_shm_seg_t segment_ = 0;                           // 0: not shared
+    PixelMemory own_;                                     // where it is not shared
+    std::optional<xcb_get_input_focus_cookie_t> fence_;   // answered when the server is through with the block
+    std::map<int, xcb_gcontext_t> contexts_;              // by depth; negative: for Inferiors::Drawn
 };
 
 }   // namespace rastel::platform

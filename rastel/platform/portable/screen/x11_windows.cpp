@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace rastel::platform {
@@ -19,18 +20,23 @@ X11Windows::X11Windows(X11Connection& connection)
       xcb_(connection.Get()),
       compositor_(connection.Atom("_NET_WM_CM_S" + std::to_string(connection.ScreenNumber()))) {}
 
-std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
+X11Windows::Question X11Windows::Ask(xcb_window_t window) {
     const xcb_window_t root = connection_.Root();
-    const auto geometryCookie = xcb_get_geometry(xcb_, window);
-    const auto originCookie = xcb_translate_coordinates(xcb_, window, root, 0, 0);
-    const auto attributesCookie = xcb_get_window_attributes(xcb_, window);
-    const auto screenCookie = xcb_get_geometry(xcb_, root);
-    const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, geometryCookie, nullptr));
+    Question question;
+    question.geometry = xcb_get_geometry(xcb_, window);
+    question.origin = xcb_translate_coordinates(xcb_, window, root, 0, 0);
+    question.attributes = xcb_get_window_attributes(xcb_, window);
+    question.screen = xcb_get_geometry(xcb_, root);
+    return question;
+}
+
+std::optional<X11WindowFacts> X11Windows::Answer(xcb_window_t window, const Question& question) {
+    const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, question.geometry, nullptr));
     const XReply<xcb_translate_coordinates_reply_t> origin(
-        xcb_translate_coordinates_reply(xcb_, originCookie, nullptr));
+        xcb_translate_coordinates_reply(xcb_, question.origin, nullptr));
     const XReply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(xcb_, attributesCookie, nullptr));
-    const XReply<xcb_get_geometry_reply_t> screen(xcb_get_geometry_reply(xcb_, screenCookie, nullptr));
+        xcb_get_window_attributes_reply(xcb_, question.attributes, nullptr));
+    const XReply<xcb_get_geometry_reply_t> screen(xcb_get_geometry_reply(xcb_, question.screen, nullptr));
     if (!geometry || !origin || !attributes || !screen || !origin->same_screen) {
         return std::nullopt;
     }
@@ -48,40 +54,58 @@ std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
     return facts;
 }
 
-Region X11Windows::VisibleArea(const X11WindowFacts& facts) {
-    if (!facts.isViewable || !facts.hasPixels) {
-        return {};
-    }
+std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
+    return Answer(window, Ask(window));
+}
+
+std::optional<Region> X11Windows::VisibleArea(xcb_window_t asked) {
+    // One round trip for all that is needed of a window that lies right on the screen, a second one for the windows
+    // that may cover it.
     const xcb_window_t root = connection_.Root();
-    Region visible(facts.client);
-    visible.Intersect(RECT{0, 0, facts.screen.cx, facts.screen.cy});
-    if (facts.window == root || visible.IsEmpty()) {
+    const Question question = Ask(asked);
+    const auto treeCookie = xcb_query_tree(xcb_, asked);
+    const auto rootTreeCookie = xcb_query_tree(xcb_, root);
+    const auto ownerCookie = xcb_get_selection_owner(xcb_, compositor_);
+    const std::optional<X11WindowFacts> facts = Answer(asked, question);
+    XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(xcb_, treeCookie, nullptr));
+    XReply<xcb_query_tree_reply_t> rootTree(xcb_query_tree_reply(xcb_, rootTreeCookie, nullptr));
+    const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(xcb_, ownerCookie, nullptr));
+    if (!facts || !tree || !rootTree) {
+        return std::nullopt;
+    }
+    if (!facts->isViewable || !facts->hasPixels) {
+        return Region();
+    }
+    Region visible(facts->client);
+    visible.Intersect(RECT{0, 0, facts->screen.cx, facts->screen.cy});
+    if (asked == root || visible.IsEmpty()) {
         return visible;
     }
 
+    const bool isComposited = owner && owner->owner != XCB_NONE;
     std::vector<Cover> covers;
-    xcb_window_t window = facts.window;
-    POINT origin = {facts.client.left, facts.client.top};
-    POINT place = facts.place;
-    int border = facts.border;
-    XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(xcb_, xcb_query_tree(xcb_, window), nullptr));
-    if (!tree) {
-        return {};
-    }
+    xcb_window_t window = asked;
+    POINT origin = {facts->client.left, facts->client.top};
+    POINT place = facts->place;
+    int border = facts->border;
     for (const xcb_window_t child : ChildrenOf(*tree)) {
         covers.push_back({child, origin});
     }
     while (window != root) {
         const xcb_window_t parent = tree->parent;
-        const auto treeCookie = xcb_query_tree(xcb_, parent);
-        const auto geometryCookie = xcb_get_geometry(xcb_, parent);
-        tree.reset(xcb_query_tree_reply(xcb_, treeCookie, nullptr));
-        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, geometryCookie, nullptr));
-        if (!tree || !geometry) {
-            return {};   // it is being taken apart
+        XReply<xcb_get_geometry_reply_t> geometry;
+        if (parent == root) {
+            tree = std::move(rootTree);
+        } else {
+            const auto geometryCookie = xcb_get_geometry(xcb_, parent);
+            tree.reset(xcb_query_tree_reply(xcb_, xcb_query_tree(xcb_, parent), nullptr));
+            geometry.reset(xcb_get_geometry_reply(xcb_, geometryCookie, nullptr));
+            if (!tree || !geometry) {
+                return Region();   // it is being taken apart
+            }
         }
         origin = {origin.x - border - place.x, origin.y - border - place.y};
-        if (parent != root || !IsComposited()) {
+        if (parent != root || !isComposited) {
             const auto siblings = ChildrenOf(*tree);   // from the lowest to the highest
             auto above = std::find(siblings.begin(), siblings.end(), window);
             for (above += above != siblings.end() ? 1 : 0; above != siblings.end(); ++above) {
@@ -90,10 +114,10 @@ Region X11Windows::VisibleArea(const X11WindowFacts& facts) {
         }
         if (parent != root) {
             visible.Intersect(RECT{origin.x, origin.y, origin.x + geometry->width, origin.y + geometry->height});
+            place = {geometry->x, geometry->y};
+            border = geometry->border_width;
         }
         window = parent;
-        place = {geometry->x, geometry->y};
-        border = geometry->border_width;
     }
     SubtractCovers(covers, &visible);
     return visible;
@@ -101,19 +125,18 @@ Region X11Windows::VisibleArea(const X11WindowFacts& facts) {
 
 void X11Windows::SubtractCovers(const std::vector<Cover>& covers, Region* visible) {
     // All questions first, so that many windows cost one round trip.
-    struct Question {
+    struct CoverQuestion {
         xcb_get_geometry_cookie_t geometry;
         xcb_get_window_attributes_cookie_t attributes;
     };
-    std::vector<Question> questions;
+    std::vector<CoverQuestion> questions;
     questions.reserve(covers.size());
     for (const Cover& cover : covers) {
         const auto geometry = xcb_get_geometry(xcb_, cover.window);
         questions.push_back({geometry, xcb_get_window_attributes(xcb_, cover.window)});
     }
     for (std::size_t i = 0; i < covers.size(); ++i) {
-        const XReply<xcb_get_geometry_reply_t> geometry(
-            xcb_get_geometry_reply(xcb_, questions[i].geometry, nullptr));
+        const XReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb_, questions[i].geometry, nullptr));
         const XReply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(xcb_, questions[i].attributes, nullptr));
         if (!geometry || !attributes || attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY ||
@@ -125,12 +148,6 @@ void X11Windows::SubtractCovers(const std::vector<Cover>& covers, Region* visibl
         const int borders = 2 * geometry->border_width;
         visible->Subtract(RECT{left, top, left + geometry->width + borders, top + geometry->height + borders});
     }
-}
-
-bool X11Windows::IsComposited() {
-    const XReply<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(xcb_, xcb_get_selection_owner(xcb_, compositor_), nullptr));
-    return owner && owner->owner != XCB_NONE;
 }
 
 }   // namespace rastel::platform

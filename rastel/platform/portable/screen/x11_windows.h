@@ -13,14 +13,14 @@ namespace rastel::platform {
 
 struct X11WindowFacts {
     xcb_window_t window = 0;
-    RECT client{};      // on the screen, without the border
-    SIZE screen{};      // of the whole screen, at the same moment
-    POINT place{};      // of the border's corner, inside the parent
+    RECT client{};   // on the screen, without the border
+    SIZE screen{};   // of the whole screen, at the same moment
+    POINT place{};   // of the border's corner, inside the parent
     int border = 0;
     int depth = 0;
     xcb_visualid_t visual = 0;
     xcb_colormap_t colormap = 0;
-    bool isViewable = false;     // it and all it lies in are mapped
+    bool isViewable = false;   // it and all it lies in are mapped
     bool hasPixels = false;
 };
 
@@ -32,16 +32,23 @@ public:
     std::optional<X11WindowFacts> Find(xcb_window_t window);
 
     // What other windows leave of the part that is on the screen. Under a compositing manager each window on the
-    // screen has its own pixels and hides nothing of another one.
-    Region VisibleArea(const X11WindowFacts& facts);
+    // screen has its own pixels and hides nothing of another one. Nothing: no such window.
+    std::optional<Region> VisibleArea(xcb_window_t window);
 
 private:
+    struct Question {
+        xcb_get_geometry_cookie_t geometry;
+        xcb_translate_coordinates_cookie_t origin;
+        xcb_get_window_attributes_cookie_t attributes;
+        xcb_get_geometry_cookie_t screen;
+    };
     struct Cover {
         xcb_window_t window;
         POINT origin;   // of its parent, on the screen
     };
+    Question Ask(xcb_window_t window);
+    std::optional<X11WindowFacts> Answer(xcb_window_t window, const Question& question);
     void SubtractCovers(const std::vector<Cover>& covers, Region* visible);
-    bool IsComposited();
 
     X11Connection& connection_;
     xcb_connection_t* const xcb_;

@@ -11,7 +11,9 @@ using rastel::platform::Display;
 using rastel::platform::DisplayMode;
 
 // As much of the name as the structure holds.
-std::wstring DeviceName() { return Display()->Name().substr(0, CCHDEVICENAME - 1); }
+std::wstring DeviceName() {
+    return Display()->Name().substr(0, CCHDEVICENAME - 1);
+}
 
 void Describe(const DisplayMode& from, const std::wstring& name, DEVMODEW* mode) {
     constexpr WORD kVersion = 0x0401;

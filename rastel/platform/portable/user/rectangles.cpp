@@ -5,7 +5,9 @@
 namespace {
 
 // Co-ordinates wrap as they do on Windows, which signed arithmetic may not.
-LONG Sum(LONG value, int by) { return static_cast<LONG>(static_cast<DWORD>(value) + static_cast<DWORD>(by)); }
+LONG Sum(LONG value, int by) {
+    return static_cast<LONG>(static_cast<DWORD>(value) + static_cast<DWORD>(by));
+}
 
 }   // namespace
 
@@ -21,7 +23,9 @@ BOOL SetRect(LPRECT rect, int left, int top, int right, int bottom) {
     return TRUE;
 }
 
-BOOL SetRectEmpty(LPRECT rect) { return SetRect(rect, 0, 0, 0, 0); }
+BOOL SetRectEmpty(LPRECT rect) {
+    return SetRect(rect, 0, 0, 0, 0);
+}
 
 BOOL CopyRect(LPRECT target, const RECT* source) {
     if (target == nullptr || source == nullptr) {

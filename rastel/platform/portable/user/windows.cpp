@@ -10,11 +10,15 @@ bool FindClientArea(HWND window, RECT* onScreen) {
     return window != nullptr && Display()->ClientArea(window, onScreen);
 }
 
-LONG Wrapped(std::int64_t value) { return static_cast<LONG>(static_cast<DWORD>(value)); }
+LONG Wrapped(std::int64_t value) {
+    return static_cast<LONG>(static_cast<DWORD>(value));
+}
 
 }   // namespace
 
-HWND GetDesktopWindow() { return Display()->DesktopWindow(); }
+HWND GetDesktopWindow() {
+    return Display()->DesktopWindow();
+}
 
 BOOL IsWindow(HWND window) {
     RECT client;

@@ -1,0 +1,16 @@
+// The families of operations, one file each.
+#pragma once
+
+namespace rastel::bench {
+
+class Suite;
+
+void AddCopy(Suite& suite);
+void AddFill(Suite& suite);
+void AddKeyCopy(Suite& suite);
+void AddShadow(Suite& suite);
+void AddStretch(Suite& suite);
+void AddPlaneValues(Suite& suite);
+void AddPlaneMasks(Suite& suite);
+
+}   // namespace rastel::bench

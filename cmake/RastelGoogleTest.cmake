@@ -1,0 +1,20 @@
+# GTest::gtest, GTest::gmock and GTest::gtest_main: the system's own, or built from its sources where the compiler is a
+# cross compiler and no built one can serve.
+
+if(NOT CMAKE_CROSSCOMPILING)
+  find_package(GTest REQUIRED)
+else()
+  set(RASTEL_GOOGLETEST_SOURCE "/usr/src/googletest" CACHE PATH "GoogleTest's sources (Debian package googletest)")
+  if(NOT EXISTS "${RASTEL_GOOGLETEST_SOURCE}/CMakeLists.txt")
+    message(FATAL_ERROR "No GoogleTest sources in ${RASTEL_GOOGLETEST_SOURCE}: scripts/dev install-deps windows")
+  endif()
+  set(INSTALL_GTEST OFF)
+  set(BUILD_GMOCK ON)
+  set(BUILD_SHARED_LIBS OFF)
+  add_subdirectory("${RASTEL_GOOGLETEST_SOURCE}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+  foreach(part gtest gmock gtest_main gmock_main)
+    if(NOT TARGET GTest::${part})
+      add_library(GTest::${part} ALIAS ${part})
+    endif()
+  endforeach()
+endif()
