@@ -8,7 +8,8 @@ namespace {
 
 const std::string yardstick = "memcpy";
 const std::string ours = "Rastel";
-constexpr double noise = 0.02;   // by how much two minima of the same code differ on a busy machine
+constexpr double noise =
+    0.02;   // two minima of the same code differ by this much on a quiet machine, by far more on a busy one
 
 bool IsPeer(const std::string& contender) {
     return contender != yardstick && contender.rfind(ours, 0) != 0;

@@ -1,8 +1,13 @@
 #include "tests/storm/operations.h"
 
+#include <cstring>
 #include <vector>
 
+#include "rastel/alpha/dib_alpha_channel.h"
+#include "rastel/composite/adv_surface.h"
 #include "rastel/image/dib.h"
+#include "rastel/surface/dib_surface.h"
+#include "rastel/surface/pixel_lock.h"
 
 namespace rastel::storm {
 
@@ -56,10 +61,83 @@ int ShadowBlt(Scene& scene) {
     return scene.Target().ShadowBlt(rect, scene.Pick(-50, 150));
 }
 
+// Copies the rows of one store to another of its size.
+void CopyRows(CSurfaceBase& target, CSurfaceBase& source) {
+    const PixelLock to(target), from(source);
+    for (int y = 0; to && from && y < source.GetHeight(); ++y) {
+        std::memcpy(to.At(0, y), from.At(0, y),
+                    static_cast<std::size_t>(source.GetWidth()) * static_cast<std::size_t>(source.GetBytesPrPixel()));
+    }
+}
+
+// A stretch needs device contexts, which the scene's stores don't have.
+int StretchBltInContexts(Scene& scene) {
+    CDibSurface target, source;
+    if (!target.InitializeSurface(scene.Target().GetWidth(), scene.Target().GetHeight()) ||
+        !source.InitializeSurface(scene.Source().GetWidth(), scene.Source().GetHeight())) {
+        return -1;
+    }
+    CopyRows(target, scene.Target());
+    CopyRows(source, scene.Source());
+    CRect* const to = scene.RectOrNull();
+    CRect* const from = scene.RectOrNull();
+    CRect* const clip = scene.RectOrNull();
+    const int result = target.StretchBlt(to, source, from, clip);
+    CopyRows(scene.Target(), target);
+    return result;
+}
+
+int StretchPlaneInContexts(Scene& scene) {
+    CDibAlphaChannel target, source;
+    if (!target.Initialize(scene.TargetPlane().GetWidth(), scene.TargetPlane().GetHeight()) ||
+        !source.Initialize(scene.SourcePlane().GetWidth(), scene.SourcePlane().GetHeight())) {
+        return -1;
+    }
+    CopyRows(target, scene.TargetPlane());
+    CopyRows(source, scene.SourcePlane());
+    CRect* const to = scene.RectOrNull();
+    CRect* const from = scene.RectOrNull();
+    CRect* const clip = scene.RectOrNull();
+    CRect whole = target.GetRect();
+    const int result = target.StretchBlt(to ? *to : whole, source, from, clip);
+    CopyRows(scene.TargetPlane(), target);
+    return result;
+}
+
 int StretchBlt(Scene& scene) {
     CRect* const target = scene.RectOrNull();
     CRect* const source = scene.RectOrNull();
     return scene.Target().StretchBlt(target, scene.Source(), source, scene.RectOrNull());
+}
+
+int Alpha(Scene& scene) {
+    return scene.Pick(0, 3) ? scene.Pick(0, 255) : scene.Pick(0, 1) * 255;
+}
+
+int AlphaBlt(Scene& scene) {
+    const BlitArguments a(scene);
+    return scene.Target().AlphaBlt(a.x, a.y, scene.Source(), scene.SourcePlane(), a.source, a.clip);
+}
+
+int AlphaColorBlt(Scene& scene) {
+    const BlitArguments a(scene);
+    return scene.Target().AlphaColorBlt(a.x, a.y, scene.Color(), scene.SourcePlane(), a.source, a.clip);
+}
+
+int AlphaConstBlt(Scene& scene) {
+    const BlitArguments a(scene);
+    return scene.Target().AlphaConstBlt(a.x, a.y, scene.Source(), Alpha(scene), a.source, a.clip);
+}
+
+int AlphaConstBltEx(Scene& scene) {
+    const BlitArguments a(scene);
+    return scene.Target().AlphaConstBltEx(a.x, a.y, scene.Source(), Alpha(scene), a.source, &scene.Second(), a.clip);
+}
+
+int AlphaConstTransBlt(Scene& scene) {
+    const BlitArguments a(scene);
+    const int alpha = Alpha(scene);
+    return scene.Target().AlphaConstTransBlt(a.x, a.y, scene.Source(), alpha, scene.Color(), a.source, a.clip);
 }
 
 int Fill(Scene& scene) {
@@ -75,6 +153,44 @@ int Multiply(Scene& scene) {
 
 int Invert(Scene& scene) {
     return scene.TargetPlane().Invert(scene.RectOrNull());
+}
+
+// What a filter's result comes to, as a number; the result is given back.
+int Summed(CAlphaChannel* plane) {
+    if (!plane) {
+        return -1;
+    }
+    std::uint32_t sum = static_cast<std::uint32_t>(plane->GetWidth());
+    if (const PixelLock lock(*plane); lock) {
+        for (int y = 0; y < plane->GetHeight(); ++y) {
+            for (int x = 0; x < plane->GetWidth(); ++x) {
+                sum = sum * 31 + *lock.At(x, y);
+            }
+        }
+    }
+    plane->Release();
+    return static_cast<int>(sum);
+}
+
+int Blur(Scene& scene) {
+    return Summed(scene.TargetPlane().Blur(scene.Pick(-3, 33)));
+}
+
+int Expand(Scene& scene) {
+    const int radius = scene.Pick(-3, 23);
+    return Summed(scene.TargetPlane().Expand(radius, scene.Pick(0, 255)));
+}
+
+int Subtract(Scene& scene) {
+    const int x = scene.Position(), y = scene.Position();
+    return scene.TargetPlane().Subtract(scene.SourcePlane(), x, y);
+}
+
+int TressHold(Scene& scene) {
+    const auto byte = [&] { return static_cast<unsigned char>(scene.Pick(0, 255)); };
+    const int level = scene.Pick(-5, 260);
+    const unsigned char low = byte(), high = byte();
+    return scene.TargetPlane().TressHold(level, low, high);
 }
 
 int SetImage(Scene& scene) {
@@ -93,6 +209,64 @@ int SetImage(Scene& scene) {
     return scene.TargetPlane().SetImage(image);
 }
 
+// Composites over the scene's stores, with and without planes and keys.
+struct Composites {
+    explicit Composites(Scene& scene) {
+        target.SetSurface(&scene.Target());
+        source.SetSurface(&scene.Source());
+        if (scene.Pick(0, 1)) {
+            target.SetAlphaChannel(&scene.TargetPlane());
+        }
+        const int kind = scene.Pick(0, 2);
+        if (kind == 0) {
+            source.SetAlphaChannel(&scene.SourcePlane());
+        } else if (kind == 1) {
+            source.SetColorKey(scene.Color());
+        }
+    }
+    CAdvSurface target, source;
+};
+
+template <auto operation>
+int BetweenComposites(Scene& scene) {
+    Composites composites(scene);
+    const BlitArguments a(scene);
+    return (composites.target.*operation)(a.x, a.y, composites.source, a.source, a.clip);
+}
+
+int CompositeAlphaBlt(Scene& scene) {
+    Composites composites(scene);
+    const BlitArguments a(scene);
+    return composites.target.AlphaBlt(a.x, a.y, composites.source, scene.SourcePlane(), a.source, a.clip);
+}
+
+int CompositeAlphaColorBlt(Scene& scene) {
+    Composites composites(scene);
+    const BlitArguments a(scene);
+    return composites.target.AlphaColorBlt(a.x, a.y, scene.Color(), scene.SourcePlane(), a.source, a.clip);
+}
+
+int CompositeFade(Scene& scene) {
+    Composites composites(scene);
+    const BlitArguments a(scene);
+    return composites.target.AlphaConstBlt(a.x, a.y, composites.source, scene.Pick(-10, 265), a.source, a.clip);
+}
+
+int MakeMask(Scene& scene) {
+    Composites composites(scene);
+    const int border = scene.Pick(-5, 20);
+    const auto outside = static_cast<unsigned char>(scene.Pick(0, 255));
+    return Summed(composites.source.MakeMask(border, outside, static_cast<unsigned char>(scene.Pick(0, 255))));
+}
+
+int ApplyKey(Scene& scene) {
+    Composites composites(scene);
+    composites.source.SetColorKey(scene.Color());
+    return composites.source.ApplyTransparentColorToAlpha();
+}
+
+constexpr bool formsDiffer = true;
+
 const std::vector<Operation> operations = {
     {"CSurface::FillColor", FillColor},
     {"CSurface::CopyBlt", CopyBlt},
@@ -100,6 +274,12 @@ const std::vector<Operation> operations = {
     {"CSurface::TransparentBlt", TransparentBlt},
     {"CSurface::ShadowBlt", ShadowBlt},
     {"CSurface::StretchBlt", StretchBlt},
+    {"CSurface::StretchBlt in contexts", StretchBltInContexts},
+    {"CSurface::AlphaBlt", AlphaBlt, true},
+    {"CSurface::AlphaColorBlt", AlphaColorBlt, true},
+    {"CSurface::AlphaConstBlt", AlphaConstBlt, true},
+    {"CSurface::AlphaConstBltEx", AlphaConstBltEx, true},
+    {"CSurface::AlphaConstTransBlt", AlphaConstTransBlt, true},
     {"CAlphaChannel::Fill", Fill},
     {"CAlphaChannel::CopyBlt", BetweenPlanes<&CAlphaChannel::CopyBlt>},
     {"CAlphaChannel::Merge", BetweenPlanes<&CAlphaChannel::Merge>},
@@ -108,7 +288,19 @@ const std::vector<Operation> operations = {
     {"CAlphaChannel::Invert", Invert},
     {"CAlphaChannel::TransparentMask", MaskFromColors<&CAlphaChannel::TransparentMask>},
     {"CAlphaChannel::OpaqueMask", MaskFromColors<&CAlphaChannel::OpaqueMask>},
+    {"CAlphaChannel::StretchBlt in contexts", StretchPlaneInContexts},
+    {"CAlphaChannel::Blur", Blur},
+    {"CAlphaChannel::Expand", Expand},
+    {"CAlphaChannel::Subtract", Subtract},
+    {"CAlphaChannel::TressHold", TressHold},
     {"CAlphaChannel::SetImage", SetImage},
+    {"CAdvSurface::Blt", BetweenComposites<&CAdvSurface::Blt>, formsDiffer},
+    {"CAdvSurface::CopyBlt", BetweenComposites<&CAdvSurface::CopyBlt>},
+    {"CAdvSurface::AlphaBlt", CompositeAlphaBlt, formsDiffer},
+    {"CAdvSurface::AlphaColorBlt", CompositeAlphaColorBlt, formsDiffer},
+    {"CAdvSurface::AlphaConstBlt", CompositeFade, formsDiffer},
+    {"CAdvSurface::MakeMask", MakeMask},
+    {"CAdvSurface::ApplyTransparentColorToAlpha", ApplyKey},
 };
 
 }   // namespace

@@ -10,8 +10,8 @@ namespace rastel::storm {
 
 struct Operation {
     std::string name;
-    int (*run)(Scene& scene);     // draws its own arguments from the scene
-    bool formsDiffer = false;     // plain and vector arithmetic have numbers of their own
+    int (*run)(Scene& scene);   // draws its own arguments from the scene
+    bool formsDiffer = false;   // plain and vector arithmetic have numbers of their own
 };
 
 std::span<const Operation> Operations();

@@ -21,16 +21,22 @@ std::uint64_t Mix(std::uint64_t sum, const std::vector<unsigned char>& bytes) {
 Scene::Scene(unsigned seed, int call) : random_(seed * 0x9E3779B9u + static_cast<unsigned>(call)) {
     const auto side = [this] { return Pick(0, 9) == 0 ? Pick(60, 200) : Pick(1, 40); };
     const auto padding = [this] { return Pick(0, 1) ? 0 : Pick(1, 13); };
-    target_ = std::make_unique<ColorStore>(side(), side(), padding());
-    source_ = std::make_unique<ColorStore>(side(), side(), padding());
-    second_ = std::make_unique<ColorStore>(source_->GetWidth(), source_->GetHeight(), padding());
-    targetPlane_ = std::make_unique<PlaneStore>(target_->GetWidth(), target_->GetHeight(), padding());
-    sourcePlane_ = std::make_unique<PlaneStore>(source_->GetWidth(), source_->GetHeight(), padding());
+    // One draw a statement: the order in which a call evaluates its arguments is the compiler's to choose.
+    const int targetWidth = side(), targetHeight = side();
+    const int sourceWidth = side(), sourceHeight = side();
+    target_ = std::make_unique<ColorStore>(targetWidth, targetHeight, padding());
+    source_ = std::make_unique<ColorStore>(sourceWidth, sourceHeight, padding());
+    second_ = std::make_unique<ColorStore>(sourceWidth, sourceHeight, padding());
+    targetPlane_ = std::make_unique<PlaneStore>(targetWidth, targetHeight, padding());
+    sourcePlane_ = std::make_unique<PlaneStore>(sourceWidth, sourceHeight, padding());
     for (auto* const store : {&target_, &source_, &second_}) {
         FillBytes((*store)->bytes, true);
+        (*store)->original = (*store)->bytes;
     }
-    FillBytes(targetPlane_->bytes, false);
-    FillBytes(sourcePlane_->bytes, false);
+    for (auto* const plane : {&targetPlane_, &sourcePlane_}) {
+        FillBytes((*plane)->bytes, false);
+        (*plane)->original = (*plane)->bytes;
+    }
 }
 
 int Scene::Pick(int low, int high) {
@@ -57,10 +63,11 @@ CRect* Scene::RectOrNull() {
                 return Pick(-20, 60);
         }
     };
-    const int left = edge(), top = edge();
-    CRect rect(left, top, edge(), edge());
+    const int left = edge(), top = edge(), right = edge(), bottom = edge();
+    CRect rect(left, top, right, bottom);
     if (Pick(0, 3) && left < INT_MAX - 100 && top < INT_MAX - 100) {
-        rect = CRect(left, top, left + Pick(0, 50), top + Pick(0, 50));
+        const int width = Pick(0, 50), height = Pick(0, 50);
+        rect = CRect(left, top, left + width, top + height);
     }
     rects_.push_back(std::make_unique<CRect>(rect));
     return rects_.back().get();
@@ -97,6 +104,11 @@ std::uint64_t Scene::Checksum(int result) const {
         sum = Mix(sum, (*plane)->bytes) + ((*plane)->isLocked ? 1u : 0u);
     }
     return sum;
+}
+
+bool Scene::PaddingStands() const {
+    return target_->PaddingStands() && source_->PaddingStands() && second_->PaddingStands() &&
+           targetPlane_->PaddingStands() && sourcePlane_->PaddingStands();
 }
 
 std::string Scene::Describe() const {

@@ -19,7 +19,7 @@ namespace rastel::storm {
 template <class Base>
 class MemoryStore : public Base {
 public:
-    MemoryStore(int width, int height, int padding, int bytesPerPixel) {
+    MemoryStore(int width, int height, int padding, int bytesPerPixel) : padding_(padding) {
         this->m_Width = width;
         this->m_Height = height;
         this->m_Pitch = width * bytesPerPixel + padding;
@@ -38,8 +38,22 @@ public:
     void UnlockData() override { isLocked = false; }
     void Destroy() override {}
 
-    std::vector<unsigned char> bytes;
+    bool PaddingStands() const {
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            const bool isPadding =
+                static_cast<int>(i % static_cast<std::size_t>(this->m_Pitch)) >= this->m_Pitch - padding_;
+            if (isPadding && bytes[i] != original[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    std::vector<unsigned char> bytes, original;   // now, and before the call
     bool isLocked = false;
+
+private:
+    int padding_;
 };
 
 class ColorStore : public MemoryStore<CSurface> {
@@ -59,13 +73,14 @@ class Scene {
 public:
     Scene(unsigned seed, int call);
 
-    int Pick(int low, int high);      // both inclusive
-    DWORD Color();                    // the key colour is likely
-    CRect* RectOrNull();              // mostly near the stores, sometimes wild; lives as long as the scene
+    int Pick(int low, int high);   // both inclusive
+    DWORD Color();                 // the key colour is likely
+    CRect* RectOrNull();           // mostly near the stores, sometimes wild; lives as long as the scene
     int Position();
 
     // Over all bytes of all stores, row padding too, what was locked and not unlocked, and the call's result.
     std::uint64_t Checksum(int result) const;
+    bool PaddingStands() const;   // nothing was written between rows
     std::string Describe() const;
 
     ColorStore& Target() { return *target_; }

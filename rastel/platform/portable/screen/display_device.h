@@ -50,7 +50,7 @@ public:
     // Direct access to the pixels of `area`, in the client co-ordinates of the window and inside it. On success
     // `pixels` is a view of exactly that area, valid until EndAccess, which the same thread must call; one access at
     // a time: a second thread waits, a second access by the same thread fails. False: nothing to end.
-    // What is hidden or off the screen reads as anything; writing there does nothing.
+    // What other windows hide reads as anything, what is off the screen as 0; writing to either does nothing.
     virtual bool BeginAccess(HWND window, const RECT& area, Access access, PixelBuffer* pixels) = 0;
     virtual void EndAccess() = 0;
 

@@ -1,0 +1,24 @@
+include("${CMAKE_CURRENT_LIST_DIR}/run_program.cmake")
+
+foreach(bits 8 15 16 24 32)
+  run(0 ARGS --display memory:700x500x${bits} --out page-${bits}.png)
+  # What it wrote it can read again, and a page made of a page is a page.
+  run(0 ARGS --display memory:320x240x32 --out again.png page-${bits}.png)
+endforeach()
+
+run(0 ARGS --out=still.png --display=memory:400x300x32)
+run(0 ARGS --out=moved.png --display=memory:400x300x32 --frames=40)
+file(SHA256 "${FOLDER}/still.png" still)
+file(SHA256 "${FOLDER}/moved.png" moved)
+if(still STREQUAL moved)
+  message(FATAL_ERROR "nothing moves")
+endif()
+
+# Every format, and a screen smaller than a panel.
+run(0 ARGS --display memory:64x64x16 --out tiny.png "${MEDIA}/cup.png" "${MEDIA}/cat.jpg" "${MEDIA}/balloon.bmp")
+
+# Without options and without a desktop.
+run(0 ARGS)
+if(NOT EXISTS "${FOLDER}/showcase.png")
+  message(FATAL_ERROR "no showcase.png")
+endif()

@@ -1,0 +1,27 @@
+include("${CMAKE_CURRENT_LIST_DIR}/run_program.cmake")
+
+run(0 ARGS --help)
+if(NOT output MATCHES "--frames N")
+  message(FATAL_ERROR "no help: ${output}")
+endif()
+
+run(2 ERROR "unknown option --colour" ARGS --colour)
+foreach(display memory x11:1x1x1 memory: memory:640x480 memory:640x480x30 memory:0x480x32 memory:-1x480x32
+        memory:99999999999x480x32 memory:640x480x32x "memory:640x480x32 ")
+  run(2 ERROR "--display needs" ARGS --display "${display}")
+endforeach()
+foreach(frames 0 -1 ten 99999999999 "" 1x)
+  run(2 ERROR "--frames needs" ARGS "--frames=${frames}")
+endforeach()
+run(2 ERROR "--out needs" ARGS --out)
+run(2 ERROR "takes no value" ARGS --help=please)
+
+file(WRITE "${FOLDER}/empty.png" "")
+file(WRITE "${FOLDER}/words.jpg" "no picture at all")
+file(WRITE "${FOLDER}/short.bmp" "BM and not much more")
+run(1 ERROR "missing.png: can't be opened" ARGS missing.png)
+run(1 ERROR "empty.png: the file is empty" ARGS empty.png)
+run(1 ERROR "words.jpg: is no PNG" ARGS words.jpg)
+run(1 ERROR "short.bmp: the file ends" ARGS short.bmp)
+run(1 ERROR "can't be (opened|read)" ARGS .)
+run(1 ERROR "can't be written" ARGS --out no/such/folder.png)
