@@ -104,14 +104,12 @@ int CAlphaChannel::StretchBlt(CRect& rcDst, CAlphaChannel& src, CRect* pSrcRect,
 
 int CAlphaChannel::Merge(int x, int y, CAlphaChannel& src, CRect* pSrcRect, CRect* pClip) {
     CRect rcDst, rcSrc;
-    return ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip) &&
-           RunOnPair(*this, rcDst, src, rcSrc, Rows().mergeRect);
+    return ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip) && RunOnPair(*this, rcDst, src, rcSrc, Rows().mergeRect);
 }
 
 int CAlphaChannel::BltMix(int x, int y, CAlphaChannel& src, CRect* pSrcRect, CRect* pClip) {
     CRect rcDst, rcSrc;
-    return ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip) &&
-           RunOnPair(*this, rcDst, src, rcSrc, Rows().maxRect);
+    return ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip) && RunOnPair(*this, rcDst, src, rcSrc, Rows().maxRect);
 }
 
 int CAlphaChannel::TransparentMask(int x, int y, CSurface& src, DWORD color, CRect* pSrcRect, CRect* pClip) {

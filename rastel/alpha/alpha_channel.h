@@ -63,6 +63,6 @@ public:
     virtual int SetImage(winext::CImage& image);
 
 private:
-    friend class CAdvSurface;   // stretches the planes of its temporaries
+    friend class CAdvSurface;                 // stretches the planes of its temporaries
     CRect Region(const CRect* pRect) const;   // the whole plane, cut by *pRect
 };

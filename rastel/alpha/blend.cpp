@@ -72,8 +72,8 @@ void AlphaRectMMX(unsigned char* pDst, int dstPitch, const unsigned char* pSrc, 
     Rows().alphaRect(pDst, dstPitch, pSrc, srcPitch, pAlpha, alphaPitch, width, height);
 }
 
-void AlphaRect(unsigned char* pDst, int dstPitch, const unsigned char* pSrc, int srcPitch,
-               const unsigned char* pAlpha, int alphaPitch, int width, int height) {
+void AlphaRect(unsigned char* pDst, int dstPitch, const unsigned char* pSrc, int srcPitch, const unsigned char* pAlpha,
+               int alphaPitch, int width, int height) {
     const auto kernel = UseVectorForm(width) ? AlphaRectMMX : AlphaRectCPU;
     kernel(pDst, dstPitch, pSrc, srcPitch, pAlpha, alphaPitch, width, height);
 }

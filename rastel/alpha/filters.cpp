@@ -50,7 +50,8 @@ template <class Element>
 class PaddedRow {
 public:
     PaddedRow(int count, int window)
-        : before_(window), size_(static_cast<std::size_t>(window) + static_cast<std::size_t>(count) + filterPadding),
+        : before_(window),
+          size_(static_cast<std::size_t>(window) + static_cast<std::size_t>(count) + filterPadding),
           elements_(std::make_unique<Element[]>(size_)) {}
     Element* First() { return elements_.get() + before_; }
     void Clear() { std::fill_n(elements_.get(), size_, Element{}); }
@@ -115,9 +116,7 @@ CAlphaChannel* CAlphaChannel::Blur(int radius) {
     PaddedRow<DWORD> prefix(count + 1, window);
     WalkRows(
         source, m_Width, m_Height, target, radius,
-        [&](const BYTE* entering, const BYTE* leaving) {
-            Rows().boxColumns(sums.First(), entering, leaving, m_Width);
-        },
+        [&](const BYTE* entering, const BYTE* leaving) { Rows().boxColumns(sums.First(), entering, leaving, m_Width); },
         [&](BYTE* row) { Rows().boxRow(row, sums.First(), prefix.First(), count, window); });
     return result.release();
 }
@@ -153,8 +152,7 @@ int CAlphaChannel::TressHold(int level, unsigned char low, unsigned char high) {
     if (level > 255) {
         Rows().fillBytesRect(bits, target.Pitch(), m_Width, m_Height, low);
     } else {
-        Rows().thresholdRect(bits, target.Pitch(), m_Width, m_Height, static_cast<BYTE>(std::max(level, 0)), low,
-                             high);
+        Rows().thresholdRect(bits, target.Pitch(), m_Width, m_Height, static_cast<BYTE>(std::max(level, 0)), low, high);
     }
     return 1;
 }

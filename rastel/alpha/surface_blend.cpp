@@ -133,9 +133,8 @@ int CSurface::AlphaConstBltEx(int x, int y, CSurface& src, int alpha, CRect* pSr
     if (!target) {
         return 0;
     }
-    AlphaConstRect(target.At(rcDst.left, rcDst.top), target.Pitch(), source.At(rcSrc.left, rcSrc.top),
-                   source.Pitch(), second.At(rcSrc.left, rcSrc.top), second.Pitch(), rcSrc.Width(), rcSrc.Height(),
-                   alpha);
+    AlphaConstRect(target.At(rcDst.left, rcDst.top), target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(),
+                   second.At(rcSrc.left, rcSrc.top), second.Pitch(), rcSrc.Width(), rcSrc.Height(), alpha);
     return 1;
 }
 

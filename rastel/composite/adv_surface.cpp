@@ -54,16 +54,15 @@ void CAdvSurface::SetSurface(CSurface* pSurface) {
         return;
     }
     CopySizeOfSurface();
-    if (m_pAlphaChannel &&
-        (m_pAlphaChannel->GetWidth() != m_Width || m_pAlphaChannel->GetHeight() != m_Height)) {
+    if (m_pAlphaChannel && (m_pAlphaChannel->GetWidth() != m_Width || m_pAlphaChannel->GetHeight() != m_Height)) {
         m_pAlphaChannel->Release();
         m_pAlphaChannel = nullptr;
     }
 }
 
 void CAdvSurface::SetAlphaChannel(CAlphaChannel* pAlphaChannel) {
-    const bool fits = pAlphaChannel && (!m_pSurface || (pAlphaChannel->GetWidth() == m_Width &&
-                                                        pAlphaChannel->GetHeight() == m_Height));
+    const bool fits = pAlphaChannel &&
+                      (!m_pSurface || (pAlphaChannel->GetWidth() == m_Width && pAlphaChannel->GetHeight() == m_Height));
     if (fits) {
         pAlphaChannel->AddRef();   // before the old one goes, as in SetSurface
     }

@@ -58,8 +58,13 @@ void ForPixels(const Rows& rows, Pixel pixel) {
 struct CAdvSurface::AdvRows {
     AdvRows(const PixelLock& colors, const PixelLock& ownPlane, const PixelLock& givenPlane, int x, int y,
             const CRect& rcSrc)
-        : target(colors.At(x, y)), targetPitch(colors.Pitch()), plane(ownPlane.At(x, y)), planePitch(ownPlane.Pitch()),
-          alpha(givenPlane.At(rcSrc.left, rcSrc.top)), alphaPitch(givenPlane.Pitch()), width(rcSrc.Width()),
+        : target(colors.At(x, y)),
+          targetPitch(colors.Pitch()),
+          plane(ownPlane.At(x, y)),
+          planePitch(ownPlane.Pitch()),
+          alpha(givenPlane.At(rcSrc.left, rcSrc.top)),
+          alphaPitch(givenPlane.Pitch()),
+          width(rcSrc.Width()),
           height(rcSrc.Height()) {}
 
     unsigned char* target;
@@ -131,8 +136,8 @@ int CAdvSurface::InternalAlphaBltAdvCPU(int x, int y, CAdvSurface& src, CAlphaCh
 int CAdvSurface::InternalAlphaBltAdvMMX(int x, int y, CAdvSurface& src, CAlphaChannel& alpha, CRect& rcSrc) {
     InitReciprocalTable();
     return BlendAdv(x, y, src, alpha, rcSrc, [](const AdvRows& rows, const unsigned char* source, int sourcePitch) {
-        Rows().alphaAdvRect(rows.target, rows.targetPitch, rows.plane, rows.planePitch, source, sourcePitch,
-                            rows.alpha, rows.alphaPitch, rows.width, rows.height);
+        Rows().alphaAdvRect(rows.target, rows.targetPitch, rows.plane, rows.planePitch, source, sourcePitch, rows.alpha,
+                            rows.alphaPitch, rows.width, rows.height);
     });
 }
 
@@ -150,7 +155,7 @@ int CAdvSurface::InternalAlphaColorBltAdvCPU(int x, int y, DWORD color, CAlphaCh
 int CAdvSurface::InternalAlphaColorBltAdvMMX(int x, int y, DWORD color, CAlphaChannel& alpha, CRect& rcSrc) {
     InitReciprocalTable();
     return BlendColorAdv(x, y, alpha, rcSrc, [=](const AdvRows& rows) {
-        Rows().alphaColorAdvRect(rows.target, rows.targetPitch, rows.plane, rows.planePitch,
-                                 CSurface::RGB2COLOR(color), rows.alpha, rows.alphaPitch, rows.width, rows.height);
+        Rows().alphaColorAdvRect(rows.target, rows.targetPitch, rows.plane, rows.planePitch, CSurface::RGB2COLOR(color),
+                                 rows.alpha, rows.alphaPitch, rows.width, rows.height);
     });
 }

@@ -33,8 +33,7 @@ int CDisplayManager::IsDepthFormatExisting(D3DFORMAT, D3DFORMAT) {
 }
 
 D3DFORMAT CDisplayManager::GetAutoDepthStencilFormat(D3DFORMAT adapterFormat) {
-    for (const D3DFORMAT format :
-         {D3DFMT_D32, D3DFMT_D24X8, D3DFMT_D24S8, D3DFMT_D24X4S4, D3DFMT_D16, D3DFMT_D15S1}) {
+    for (const D3DFORMAT format : {D3DFMT_D32, D3DFMT_D24X8, D3DFMT_D24S8, D3DFMT_D24X4S4, D3DFMT_D16, D3DFMT_D15S1}) {
         if (IsDepthFormatExisting(format, adapterFormat)) {
             return format;
         }

@@ -88,7 +88,6 @@ CAdvSurface* CDisplayManager::CreateAdvSurface(int width, int height, int withAl
     if (width == 0 || height == 0) {
         return nullptr;
     }
-    return Initialized(new (std::nothrow) CAdvSurface, [=](CAdvSurface& composite) {
-        return composite.InitializeSurface(width, height, withAlpha);
-    });
+    return Initialized(new (std::nothrow) CAdvSurface,
+                       [=](CAdvSurface& composite) { return composite.InitializeSurface(width, height, withAlpha); });
 }

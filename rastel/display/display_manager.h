@@ -30,7 +30,7 @@ public:
     virtual ~CDisplayManager();
     virtual int Initialize(HWND hWnd);   // always 1; a machine without DirectDraw goes on without
     virtual int Initialize3D(HWND hWnd, int width, int height);
-    virtual int Destroy();               // drops DirectDraw and Direct3D; surfaces are the host's to release. Always 1.
+    virtual int Destroy();   // drops DirectDraw and Direct3D; surfaces are the host's to release. Always 1.
     virtual int SetMode(int width, int height, int bits);
     virtual int CanDoMode(int width, int height, int bits);
     virtual int RestoreMode();
@@ -48,17 +48,17 @@ public:
     virtual IDirect3DDevice9* Create3dDevice(HWND hWnd, int width, int height, D3DSWAPEFFECT swapEffect);
 
     // The profile store: one key for each display mode, in the registry of the current user.
-    virtual CString GetDisplayIdString();                          // "name WxH bits (Hz)"
-    virtual HKEY GetProfileKey();                                  // opened or made; the caller closes it
-    virtual long long GetProfile(const wchar_t* name);             // -1: not stored
+    virtual CString GetDisplayIdString();                // "name WxH bits (Hz)"
+    virtual HKEY GetProfileKey();                        // opened or made; the caller closes it
+    virtual long long GetProfile(const wchar_t* name);   // -1: not stored
     virtual void SetProfile(const wchar_t* name, long long value);
 
     IDirectDraw2* GetDirectDraw() { return m_pDirectDraw; }
     IDirect3D9* GetDirect3D() { return m_pDirect3D; }
     IDirect3DDevice9* GetDirect3DDevice() { return m_pDirect3DDevice; }
 
-    int GetBitsPrPixel();                    // of the display when first asked; a later mode doesn't change it
-    static long long GetPerformanceTimer();  // ticks of the performance counter
+    int GetBitsPrPixel();                     // of the display when first asked; a later mode doesn't change it
+    static long long GetPerformanceTimer();   // ticks of the performance counter
 
 protected:
     CDirect3DWrapper m_direct3DWrapper;

@@ -78,8 +78,8 @@ void DrawTestPicture(CSurface& surface) {
 bool IsWindowsNt60() {
     OSVERSIONINFOW version = {};
     version.dwOSVersionInfoSize = sizeof(version);
-    return ::GetVersionExW(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT &&
-           version.dwMajorVersion == 6 && version.dwMinorVersion == 0;
+    return ::GetVersionExW(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT && version.dwMajorVersion == 6 &&
+           version.dwMinorVersion == 0;
 }
 
 int Rate(long long ticks) {

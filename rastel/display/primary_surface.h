@@ -82,15 +82,15 @@ protected:
     long long m_perfBltBuffered = 0;
     long long m_perfBltDirect = 0;   // nothing measures it
     long long m_perfBltNoConvert = 0;
-    int m_bProfiling = 0;            // while it is set a failing way says so instead of falling back
+    int m_bProfiling = 0;   // while it is set a failing way says so instead of falling back
     BltFunction m_pfnBlt = nullptr;
     ConvertFunction m_pfnConvert = nullptr;
-    POINT m_ptOrigin = {0, 0};       // the target's corner on the screen
+    POINT m_ptOrigin = {0, 0};   // the target's corner on the screen
 
 private:
     friend class PrimaryScreenScope;
     HWND m_hWndOfDC = nullptr;   // where m_hDC came from; m_hWnd may be another one by the time it goes back
-    int WindowComplexity();   // whether the window shows as one rectangle
+    int WindowComplexity();      // whether the window shows as one rectangle
     int FallBack(int x, int y, CSurface& src, CRect& rcSrc);
     long long MeasuredTicks(BltFunction blt, int x, int y, CSurface& src, CRect& rcSrc);
 };

@@ -19,8 +19,7 @@ HKEY OpenKey(HKEY parent, const CString& name) {
 HKEY CreateKey(HKEY parent, const CString& name) {
     HKEY key = nullptr;
     DWORD disposition = 0;
-    const LSTATUS status =
-        ::RegCreateKeyExW(parent, name, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, &disposition);
+    const LSTATUS status = ::RegCreateKeyExW(parent, name, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, &disposition);
     return status == ERROR_SUCCESS ? key : nullptr;
 }
 

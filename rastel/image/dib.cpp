@@ -36,8 +36,8 @@ bool CDib::IsDepth(int bitsPerPixel) {
 bool CDib::CreateHeader(int width, int height, int bitsPerPixel) {
     const std::int64_t rowBytes = RowBytes(width, bitsPerPixel);
     const std::int64_t imageBytes = std::abs(static_cast<std::int64_t>(height)) * rowBytes;
-    if (width < 0 || height == std::numeric_limits<int>::min() ||
-        rowBytes > std::numeric_limits<int>::max() || imageBytes > std::numeric_limits<int>::max() - 4) {
+    if (width < 0 || height == std::numeric_limits<int>::min() || rowBytes > std::numeric_limits<int>::max() ||
+        imageBytes > std::numeric_limits<int>::max() - 4) {
         return false;
     }
     const std::size_t tableBytes = bitsPerPixel < 9 ? sizeof(RGBQUAD) << bitsPerPixel : 0;

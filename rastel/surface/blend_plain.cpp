@@ -73,8 +73,8 @@ void AlphaColorRect(BYTE* target, int targetPitch, DWORD color, const BYTE* alph
     }
 }
 
-void AlphaConstRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back,
-                    int backPitch, int width, int height, int alpha) {
+void AlphaConstRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back, int backPitch,
+                    int width, int height, int alpha) {
     const int weight = (alpha & 0xFF) >> 1;
     for (int y = 0; y < height; ++y, target += targetPitch, source += sourcePitch, back += backPitch) {
         for (int x = 0; x < width; ++x) {

@@ -1,9 +1,9 @@
 // The table of inner loops: one row of functions for each instruction set, chosen once.
 //
-// A kernel takes pointers, pitches in bytes (they may be negative), a width in pixels, a height, and constants. It knows
-// no surface and allocates nothing, takes any alignment and a width or height of 0 or less, and touches nothing outside its
-// rectangles. Rectangles rather than single rows, because at sprite sizes a call for each row is what costs. Source and
-// target may share memory only in the copies. Pixels are 0xAARRGGBB words, planes bytes.
+// A kernel takes pointers, pitches in bytes (they may be negative), a width in pixels, a height, and constants. It
+// knows no surface and allocates nothing, takes any alignment and a width or height of 0 or less, and touches nothing
+// outside its rectangles. Rectangles rather than single rows, because at sprite sizes a call for each row is what
+// costs. Source and target may share memory only in the copies. Pixels are 0xAARRGGBB words, planes bytes.
 #pragma once
 
 #include <span>
@@ -13,8 +13,8 @@
 namespace rastel::kernels {
 
 struct RowTable {
-    const char* name;      // "avx2", "sse2", "plain"
-    bool (*runsHere)();    // the processor and the system allow it
+    const char* name;     // "avx2", "sse2", "plain"
+    bool (*runsHere)();   // the processor and the system allow it
 
     // All bytes move, row by row from the top, each row as memmove moves it.
     void (*copyRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
@@ -44,15 +44,15 @@ struct RowTable {
                         DWORD key, BYTE outside, BYTE inside);
 
     // Blends in 7-bit arithmetic: for each byte back + ((source - back) * weight >> 7). A plane byte a weighs a >> 1,
-    // but 253 weighs 127 and 255 weighs 128; a constant alpha weighs (alpha & 255) >> 1. Pixels go in pairs from the row's
-    // start: the first of a pair gets alpha byte 0, the second the blend of the alpha bytes, and the odd last pixel, with
-    // weight a >> 1, keeps the target's.
+    // but 253 weighs 127 and 255 weighs 128; a constant alpha weighs (alpha & 255) >> 1. Pixels go in pairs from the
+    // row's start: the first of a pair gets alpha byte 0, the second the blend of the alpha bytes, and the odd last
+    // pixel, with weight a >> 1, keeps the target's.
     void (*alphaRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* alpha,
                       int alphaPitch, int width, int height);
     void (*alphaColorRect)(BYTE* target, int targetPitch, DWORD color, const BYTE* alpha, int alphaPitch, int width,
                            int height);
-    // `back` may be the target. In the keyed form all alpha bytes become 0, and a pixel whose low 24 bits equal the key's
-    // weighs 0.
+    // `back` may be the target. In the keyed form all alpha bytes become 0, and a pixel whose low 24 bits equal the
+    // key's weighs 0.
     void (*alphaConstRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back,
                            int backPitch, int width, int height, int alpha);
     void (*alphaConstTransRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* back,
@@ -69,14 +69,14 @@ struct RowTable {
     void (*subtractRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
     // Column sums of a window that moves down a row: sums[x] += entering[x] - leaving[x].
     void (*boxColumns)(WORD* sums, const BYTE* entering, const BYTE* leaving, int width);
-    // target[x] = (sums[x - window + 1] + ... + sums[x]) / (window * window), truncated, window up to 61. Zeros stand before
-    // sums[0]; sums may be read, and prefix written, up to filterPadding elements beyond `count`. `prefix` has `window`
-    // zeros before its first element, which is zero as well.
+    // target[x] = (sums[x - window + 1] + ... + sums[x]) / (window * window), truncated, window up to 61. Zeros stand
+    // before sums[0]; sums may be read, and prefix written, up to filterPadding elements beyond `count`. `prefix` has
+    // `window` zeros before its first element, which is zero as well.
     void (*boxRow)(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window);
     // How many rows of the window are not zero there: counts[x] changes by what enters and what leaves.
     void (*countColumns)(BYTE* counts, const BYTE* entering, const BYTE* leaving, int width);
-    // target[x] = value where any of spread[x - window + 1] ... spread[x] isn't zero, else 0. Destroys `spread`, which has
-    // `window` zeros before it and may be changed up to filterPadding elements beyond `count`.
+    // target[x] = value where any of spread[x - window + 1] ... spread[x] isn't zero, else 0. Destroys `spread`, which
+    // has `window` zeros before it and may be changed up to filterPadding elements beyond `count`.
     void (*dilateRow)(BYTE* target, BYTE* spread, int count, int window, BYTE value);
 };
 

@@ -56,8 +56,7 @@ struct Vec {
     static V EqualPixelsHalf(const BYTE* source, V mask, V color) {
         const auto equal = [=](int i) { return Equal32(And(Load(source + i * bytes), mask), color); };
         const V words = _mm256_packs_epi32(equal(0), equal(1));
-        return _mm256_permutevar8x32_epi32(_mm256_packs_epi16(words, words),
-                                           _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
+        return _mm256_permutevar8x32_epi32(_mm256_packs_epi16(words, words), _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
     }
 
     // Blending.
@@ -86,8 +85,8 @@ struct Vec {
         return _mm256_cvtepu8_epi32(_mm_cvtsi64_si128(static_cast<long long>(packed)));
     }
     static V SpreadPixelBytes(PixelBytes packed) {   // each byte four times
-        return _mm256_shuffle_epi8(WidenPixelBytes(packed), InBothLanes(_mm_setr_epi8(0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8,
-                                                                                    8, 12, 12, 12, 12)));
+        return _mm256_shuffle_epi8(WidenPixelBytes(packed),
+                                   InBothLanes(_mm_setr_epi8(0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12)));
     }
     static V InBothLanes(__m128i lane) { return _mm256_broadcastsi128_si256(lane); }
     static Weights MakeWeights(V weights) {
@@ -105,18 +104,16 @@ struct Vec {
     }
     // From 32 bits a pixel to 16 bits for each byte of the pixels that WidenLow and WidenHigh give.
     static V RepeatLow(V wide) {
-        return _mm256_shuffle_epi8(wide,
-                                   InBothLanes(_mm_setr_epi8(0, 1, 0, 1, 0, 1, 0, 1, 4, 5, 4, 5, 4, 5, 4, 5)));
+        return _mm256_shuffle_epi8(wide, InBothLanes(_mm_setr_epi8(0, 1, 0, 1, 0, 1, 0, 1, 4, 5, 4, 5, 4, 5, 4, 5)));
     }
     static V RepeatHigh(V wide) {
-        return _mm256_shuffle_epi8(
-            wide, InBothLanes(_mm_setr_epi8(8, 9, 8, 9, 8, 9, 8, 9, 12, 13, 12, 13, 12, 13, 12, 13)));
+        return _mm256_shuffle_epi8(wide,
+                                   InBothLanes(_mm_setr_epi8(8, 9, 8, 9, 8, 9, 8, 9, 12, 13, 12, 13, 12, 13, 12, 13)));
     }
     static PixelBytes PackPixelBytes(V wide) {
         const V packed =
             _mm256_shuffle_epi8(wide, InBothLanes(_mm_setr_epi8(0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12)));
-        const __m128i both =
-            _mm_unpacklo_epi32(_mm256_castsi256_si128(packed), _mm256_extracti128_si256(packed, 1));
+        const __m128i both = _mm_unpacklo_epi32(_mm256_castsi256_si128(packed), _mm256_extracti128_si256(packed, 1));
         return static_cast<PixelBytes>(_mm_cvtsi128_si64(both));
     }
     // 65536 / coverage, truncated, at most 65535; 65535 at 0. The quotient of two floats is never rounded up to the

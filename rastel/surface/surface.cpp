@@ -81,8 +81,8 @@ int CSurface::InternalCopyBltMMX(int x, int y, CSurfaceBase& src, const CRect& r
     if (!source) {
         return 0;
     }
-    rastel::kernels::Rows().copyRect(target.At(x, y), target.Pitch(), source.At(rcSrc.left, rcSrc.top),
-                                     source.Pitch(), rcSrc.Width(), rcSrc.Height());
+    rastel::kernels::Rows().copyRect(target.At(x, y), target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(),
+                                     rcSrc.Width(), rcSrc.Height());
     return 1;
 }
 

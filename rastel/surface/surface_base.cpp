@@ -131,9 +131,8 @@ int CSurfaceBase::InternalStretchBlt(CRect& rcDst, CSurfaceBase& src, CRect& rcS
     if (pClip) {
         ::IntersectClipRect(target.Get(), pClip->left, pClip->top, pClip->right, pClip->bottom);
     }
-    const int result =
-        ::StretchBlt(target.Get(), rcDst.left, rcDst.top, rcDst.Width(), rcDst.Height(), source.Get(), rcSrc.left,
-                     rcSrc.top, rcSrc.Width(), rcSrc.Height(), SRCCOPY);
+    const int result = ::StretchBlt(target.Get(), rcDst.left, rcDst.top, rcDst.Width(), rcDst.Height(), source.Get(),
+                                    rcSrc.left, rcSrc.top, rcSrc.Width(), rcSrc.Height(), SRCCOPY);
     ::RestoreDC(target.Get(), -1);
     return result;
 }

@@ -21,7 +21,7 @@ public:
     CCriticalSection* GetSyncObject() { return &m_SyncObject; }
 
     static LONG GetSurfacesAllocated() { return m_SurfacesAllocated; }   // live stores of every kind
-    static LONG GetSurfaceMenory() { return m_SurfacesMemory; }          // bytes of their pixels, row padding not counted
+    static LONG GetSurfaceMenory() { return m_SurfacesMemory; }   // bytes of their pixels, row padding not counted
 
     static std::atomic<LONG> m_SurfacesAllocated;
     static std::atomic<LONG> m_SurfacesMemory;
@@ -45,12 +45,12 @@ protected:
     virtual int InternalStretchBlt(CRect& rcDst, CSurfaceBase& src, CRect& rcSrc, CRect* pClip);
 
 public:
-    virtual HDC GetDC() = 0;                       // null: refused. Give it back with ReleaseDC.
+    virtual HDC GetDC() = 0;   // null: refused. Give it back with ReleaseDC.
     virtual void ReleaseDC(HDC hDC) = 0;
-    virtual unsigned char* LockData() = 0;         // the top row's first byte, or null. Owes one UnlockData.
+    virtual unsigned char* LockData() = 0;   // the top row's first byte, or null. Owes one UnlockData.
     virtual void UnlockData() = 0;
-    virtual BITMAPINFO* GetBitmapInfo() = 0;       // the caller's, to be freed with array delete
-    virtual int GetBytesPrPixel() = 0;             // 4 for colour, 1 for planes
+    virtual BITMAPINFO* GetBitmapInfo() = 0;   // the caller's, to be freed with array delete
+    virtual int GetBytesPrPixel() = 0;         // 4 for colour, 1 for planes
 
 protected:
     int m_Width = 0;

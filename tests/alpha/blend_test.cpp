@@ -78,8 +78,7 @@ TEST_F(Blending, TheFormsDifferWhereTheyAreKnownTo) {
     // Alpha bytes: plain forms leave them; a pair gets 0 and the blend; the odd last pixel keeps its own.
     EXPECT_EQ(blend(0, 5, 0, 0x80000000, 0x40000000), std::vector<DWORD>(5, 0x40000000));
     EXPECT_EQ(blend(1, 5, 0, 0x80000000, 0x40000000), (std::vector<DWORD>{0, 0x40000000, 0, 0x40000000, 0x40000000}));
-    EXPECT_EQ(blend(1, 5, 255, 0x80000000, 0x40000000),
-              (std::vector<DWORD>{0, 0x80000000, 0, 0x80000000, 0x40000000}));
+    EXPECT_EQ(blend(1, 5, 255, 0x80000000, 0x40000000), (std::vector<DWORD>{0, 0x80000000, 0, 0x80000000, 0x40000000}));
 }
 
 TEST_F(Blending, AColourThroughAPlaneTakesTheVectorFormFromAWidthOfThree) {

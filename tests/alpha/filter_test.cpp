@@ -46,7 +46,8 @@ TEST_F(Filters, AreTheWindowSumsForPlanesOfAnySize) {
             const Bytes bytes = source.Get();
             for (const int radius : {0, 1, 2, 5, 13, 20, 30}) {
                 const Reference<CAlphaChannel> blurred(source.Blur(radius));
-                const Reference<CAlphaChannel> grown(radius > 0 && radius <= 20 ? source.Expand(radius, 0x1C8) : nullptr);
+                const Reference<CAlphaChannel> grown(radius > 0 && radius <= 20 ? source.Expand(radius, 0x1C8)
+                                                                                : nullptr);
                 ASSERT_TRUE(blurred);
                 const Bytes soft = rastel::test::BytesOf(*blurred);
                 const Bytes hard = grown ? rastel::test::BytesOf(*grown) : Bytes();
@@ -87,7 +88,8 @@ TEST_F(Filters, EveryWindowAverageIsTruncatedExactly) {
                 }
                 const int full = std::min(first, 255 * area);
                 for (int i = 0; i < lanes; ++i) {
-                    sums[static_cast<std::size_t>(window + i)] = static_cast<WORD>(sums[static_cast<std::size_t>(i)] + 1);
+                    sums[static_cast<std::size_t>(window + i)] =
+                        static_cast<WORD>(sums[static_cast<std::size_t>(i)] + 1);
                 }
                 std::vector<BYTE> row(static_cast<std::size_t>(window + lanes));
                 table->boxRow(row.data(), sums.data(), prefix.data() + window, window + lanes, window);

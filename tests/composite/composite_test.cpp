@@ -40,7 +40,7 @@ TEST_F(Composite, OwnsOneReferenceOnEachStore) {
     composite->SetSurface(other.get());
     EXPECT_EQ(composite->GetAlphaChannel(), nullptr);
     EXPECT_EQ(composite->GetWidth(), 11);
-    composite->SetSurface(other.get());                 // the store it holds already
+    composite->SetSurface(other.get());   // the store it holds already
 
     const Reference<CAlphaChannel> fits(manager.CreateAlphaChannel(11, 20)), wrong(manager.CreateAlphaChannel(10, 20));
     composite->SetAlphaChannel(fits.get());
@@ -48,7 +48,7 @@ TEST_F(Composite, OwnsOneReferenceOnEachStore) {
     composite->SetAlphaChannel(wrong.get());
     EXPECT_EQ(composite->GetAlphaChannel(), nullptr);
     composite->SetSurface(nullptr);
-    composite->SetAlphaChannel(wrong.get());            // any size without a colour store
+    composite->SetAlphaChannel(wrong.get());   // any size without a colour store
     EXPECT_EQ(composite->GetAlphaChannel(), wrong.get());
     EXPECT_EQ(composite->Release(), 0);
     EXPECT_EQ(wrong->AddRef(), 2);

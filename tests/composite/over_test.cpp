@@ -87,7 +87,8 @@ TEST_F(OverTest, EveryCoverageInEveryArithmetic) {
               "plain colour");
         for (const auto* const table : rastel::kernels::AllTables()) {
             if (rastel::kernels::ForceTable(table->name)) {
-                check([&] { return target.InternalAlphaBltAdvMMX(0, 0, source, alpha, all); }, VectorBlend, table->name);
+                check([&] { return target.InternalAlphaBltAdvMMX(0, 0, source, alpha, all); }, VectorBlend,
+                      table->name);
                 check([&] { return target.InternalAlphaColorBltAdvMMX(0, 0, color, alpha, all); }, VectorBlend,
                       table->name);
             }
@@ -101,11 +102,13 @@ TEST_F(OverTest, TheKnownComparisonComesOut) {
         int a, da, s, d;
         Over blend, colorBlend, vector;
     };
-    const Row rows[] = {
-        {255, 0, 255, 0, {255, 255}, {255, 255}, {255, 254}},     {255, 255, 0, 255, {255, 0}, {255, 0}, {255, 0}},
-        {128, 255, 200, 100, {255, 150}, {255, 150}, {255, 150}}, {128, 128, 200, 100, {191, 167}, {192, 166}, {192, 166}},
-        {0, 255, 10, 20, {255, 20}, {255, 20}, {255, 18}},        {0, 0, 10, 20, {0, 20}, {0, 20}, {0, 0}},
-        {1, 1, 200, 200, {1, 200}, {2, 200}, {2, 200}}};
+    const Row rows[] = {{255, 0, 255, 0, {255, 255}, {255, 255}, {255, 254}},
+                        {255, 255, 0, 255, {255, 0}, {255, 0}, {255, 0}},
+                        {128, 255, 200, 100, {255, 150}, {255, 150}, {255, 150}},
+                        {128, 128, 200, 100, {191, 167}, {192, 166}, {192, 166}},
+                        {0, 255, 10, 20, {255, 20}, {255, 20}, {255, 18}},
+                        {0, 0, 10, 20, {0, 20}, {0, 20}, {0, 0}},
+                        {1, 1, 200, 200, {1, 200}, {2, 200}, {2, 200}}};
     for (const Row& row : rows) {
         EXPECT_EQ(PlainBlend(row.a, row.da, row.s, row.d), row.blend) << row.a << ' ' << row.da;
         EXPECT_EQ(PlainColorBlend(row.a, row.da, row.s, row.d), row.colorBlend) << row.a << ' ' << row.da;
@@ -150,9 +153,9 @@ TEST_F(OverTest, LocksComeInOrderAndRefusalsUndoThem) {
     EXPECT_EQ(target.InternalAlphaBltAdvCPU(0, 0, source, alpha, all), 1);   // nothing was left locked
     EXPECT_EQ(target.InternalAlphaColorBltAdvMMX(0, 0, 1, alpha, all), 1);
     OpenComposite little(3, 3, 0), bare(4, 4, 0);
-    EXPECT_EQ(target.AlphaBlt(0, 0, little, alpha, nullptr, nullptr), 0);    // the source doesn't cover the plane
+    EXPECT_EQ(target.AlphaBlt(0, 0, little, alpha, nullptr, nullptr), 0);   // the source doesn't cover the plane
     EXPECT_EQ(target.AlphaBlt(0, 0, source, small, nullptr, nullptr), 1);
-    EXPECT_EQ(bare.InternalAlphaBltAdvMMX(0, 0, source, alpha, all), 0);     // no plane to maintain
+    EXPECT_EQ(bare.InternalAlphaBltAdvMMX(0, 0, source, alpha, all), 0);   // no plane to maintain
 }
 
 }   // namespace

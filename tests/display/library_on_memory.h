@@ -19,11 +19,11 @@ namespace rastel::test {
 // Opens the members and the ways that only a derived class sees.
 class OpenPrimary : public CPrimarySurface {
 public:
+    using CPrimarySurface::Blt3Dsurface;
     using CPrimarySurface::BltBuffered;
     using CPrimarySurface::BltDirect;
     using CPrimarySurface::BltNoConvert;
     using CPrimarySurface::BltStretchDIBits;
-    using CPrimarySurface::Blt3Dsurface;
     using CPrimarySurface::m_bProfiling;
     using CPrimarySurface::m_hDC;
     using CPrimarySurface::m_hPalette;
@@ -54,9 +54,9 @@ public:
     }
     // Timings under which nothing is measured.
     void StoreUsualTimings() {
-        values = {{L"StretchDIBits", 1000}, {L"BltBuffered", 0}, {L"BltDirect", 0}, {L"BltNoConvert", 0},
-                  {L"FillColor", 100},      {L"FillColorGDI", 200}, {L"FillColorOwn", 100},
-                  {L"CopyBlt", 100},        {L"CopyBltOwn", 100},   {L"CopyBltGDI", 200}};
+        values = {{L"StretchDIBits", 1000}, {L"BltBuffered", 0},    {L"BltDirect", 0},      {L"BltNoConvert", 0},
+                  {L"FillColor", 100},      {L"FillColorGDI", 200}, {L"FillColorOwn", 100}, {L"CopyBlt", 100},
+                  {L"CopyBltOwn", 100},     {L"CopyBltGDI", 200}};
     }
 };
 

@@ -113,7 +113,7 @@ TEST_F(Profiling, StoredTimingsDecide) {
     EXPECT_EQ(primary.m_pfnBlt, stretch);   // nothing is below 0
     EXPECT_EQ(primary.m_perfBltBuffered, 999);
 
-    manager.values.erase(L"CopyBltGDI");    // "FillColor" speaks for all six
+    manager.values.erase(L"CopyBltGDI");   // "FillColor" speaks for all six
     primary.Initialize(&manager);
     EXPECT_EQ(CSurface::s_perfCopyBltGDI, -1);
     EXPECT_EQ(CSurface::s_pCopyBlt, byGdi);

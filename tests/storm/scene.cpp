@@ -53,19 +53,22 @@ CRect* Scene::RectOrNull() {
     if (Pick(0, 2) == 0) {
         return nullptr;
     }
-    const auto edge = [this] {
-        switch (Pick(0, 19)) {
+    // Mostly where the stores are, so that most calls have something to do.
+    const auto edge = [this](int low, int high) {
+        switch (Pick(0, 29)) {
             case 0:
                 return Pick(INT_MIN, INT_MAX);
             case 1:
                 return Pick(0, 1) ? INT_MIN : INT_MAX;
-            default:
+            case 2:
                 return Pick(-20, 60);
+            default:
+                return Pick(low, high);
         }
     };
-    const int left = edge(), top = edge(), right = edge(), bottom = edge();
+    const int left = edge(-6, 8), top = edge(-6, 8), right = edge(-2, 50), bottom = edge(-2, 50);
     CRect rect(left, top, right, bottom);
-    if (Pick(0, 3) && left < INT_MAX - 100 && top < INT_MAX - 100) {
+    if (Pick(0, 1) && left < INT_MAX - 100 && top < INT_MAX - 100) {
         const int width = Pick(0, 50), height = Pick(0, 50);
         rect = CRect(left, top, left + width, top + height);
     }
@@ -74,7 +77,8 @@ CRect* Scene::RectOrNull() {
 }
 
 int Scene::Position() {
-    return Pick(0, 29) == 0 ? Pick(INT_MIN, INT_MAX) : Pick(-30, 50);
+    const int kind = Pick(0, 29);
+    return kind == 0 ? Pick(INT_MIN, INT_MAX) : kind < 4 ? Pick(-30, 50) : Pick(-8, 10);
 }
 
 void Scene::FillBytes(std::vector<unsigned char>& bytes, bool arePixels) {

@@ -1,5 +1,5 @@
-// The pixels of any colour surface, as words without row padding. A surface that refuses its lock gives zeros, and takes
-// nothing.
+// The pixels of any colour surface, as words without row padding. A surface that refuses its lock gives zeros, and
+// takes nothing.
 #pragma once
 
 #include <vector>

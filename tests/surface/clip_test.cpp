@@ -111,8 +111,8 @@ TEST(ClipRects, ClippedIsWholeCropped) {
         }
 
         CRect rcDst, rcSrc;
-        const int result = target.ClipRects(rcDst, rcSrc, x, y, source, useSource ? &sourceRect : nullptr,
-                                            useClip ? &clip : nullptr);
+        const int result =
+            target.ClipRects(rcDst, rcSrc, x, y, source, useSource ? &sourceRect : nullptr, useClip ? &clip : nullptr);
         const int moved = result && rcSrc.Width() > 0 && rcSrc.Height() > 0 ? rcSrc.Width() * rcSrc.Height() : 0;
         ASSERT_EQ(moved, expected) << "case " << i;
         if (moved) {

@@ -204,13 +204,13 @@ TEST_F(CopyFill, TheLowestTimeIsChosenAndATieKeepsTheEarlier) {
         OpenSurface::UseBestProfile();
         return CSurface::s_pCopyBlt;
     };
-    const CSurface::FillColorFunction fill = &OpenSurface::InternalFillColor, fillGdi = &OpenSurface::InternalFillColorGDI,
+    const CSurface::FillColorFunction fill = &OpenSurface::InternalFillColor,
+                                      fillGdi = &OpenSurface::InternalFillColorGDI,
                                       fillMmx = &OpenSurface::InternalFillColorMMX,
                                       fillCpu = &OpenSurface::InternalFillColorCPU;
     const CSurface::CopyBltFunction copyGdi = &OpenSurface::InternalCopyBltGDI,
                                     copyMmx = &OpenSurface::InternalCopyBltMMX;
-    const CSurface::CopyBltFunction copy =
-        static_cast<CSurface::CopyBltFunction>(&OpenSurface::InternalCopyBlt);
+    const CSurface::CopyBltFunction copy = static_cast<CSurface::CopyBltFunction>(&OpenSurface::InternalCopyBlt);
     EXPECT_EQ(fills(0, 0, 0), fill);
     EXPECT_EQ(fills(5, 5, 5), fill);
     EXPECT_EQ(fills(5, 4, 3), fillGdi);

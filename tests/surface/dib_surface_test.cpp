@@ -34,7 +34,7 @@ TEST(DibSurface, RawAccessAndContextAreEachForOneUser) {
     surface.ReleaseDC(dc);
     EXPECT_EQ(::SetPixelV(dc, 0, 0, 1), FALSE);
     EXPECT_NE(surface.GetDC(), nullptr);
-    surface.Destroy();            // takes the context along
+    surface.Destroy();   // takes the context along
     EXPECT_EQ(surface.LockData(), nullptr);
     EXPECT_EQ(surface.GetDC(), nullptr);
     ASSERT_TRUE(surface.InitializeSurface(4, 4));
@@ -62,7 +62,7 @@ TEST(DibSurface, CountsItselfAndItsPixelsOnce) {
 
 TEST(DibSurface, SizesThatCantBeHadAreRefused) {
     const LONG bytes = CSurfaceBase::GetSurfaceMenory();
-    const int sizes[][2] = {{0, 10}, {10, 0}, {-1, 10}, {10, -1}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MIN},
+    const int sizes[][2] = {{0, 10},        {10, 0},      {-1, 10},    {10, -1}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MIN},
                             {32768, 32768}, {INT_MAX, 1}, {1, INT_MAX}};
     for (const auto& size : sizes) {
         CDibSurface surface;

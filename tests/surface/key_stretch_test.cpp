@@ -126,7 +126,7 @@ TEST_F(StretchBltTest, PicksPixelsFirstToFirst) {
     }
     EXPECT_EQ(target.StretchBlt(nullptr, target, nullptr, nullptr), 0);   // onto itself: a copy that is refused
     CRect part(0, 0, 3, 3);
-    EXPECT_EQ(target.StretchBlt(nullptr, target, &part, nullptr), 0);     // and a stretch that is
+    EXPECT_EQ(target.StretchBlt(nullptr, target, &part, nullptr), 0);   // and a stretch that is
 }
 
 }   // namespace

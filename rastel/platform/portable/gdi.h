@@ -165,10 +165,10 @@
 #define GDI_ERROR 0xFFFFFFFFu
 #define HGDI_ERROR (reinterpret_cast<HGDIOBJ>(static_cast<LONG_PTR>(-1)))
 
-#define RGB(red, green, blue)                                                                      \
+#define RGB(red, green, blue)                                                                            \
     (static_cast<COLORREF>(static_cast<BYTE>(red) | (static_cast<WORD>(static_cast<BYTE>(green)) << 8) | \
                            (static_cast<DWORD>(static_cast<BYTE>(blue)) << 16)))
-#define GetRValue(color) (static_cast<BYTE>((color) & 0xFF))
+#define GetRValue(color) (static_cast<BYTE>((color)&0xFF))
 #define GetGValue(color) (static_cast<BYTE>(((color) >> 8) & 0xFF))
 #define GetBValue(color) (static_cast<BYTE>(((color) >> 16) & 0xFF))
 
@@ -289,9 +289,8 @@ RASTEL_API BOOL BitBlt(HDC target, int x, int y, int width, int height, HDC sour
                        DWORD operation);
 RASTEL_API BOOL StretchBlt(HDC target, int x, int y, int width, int height, HDC source, int sourceX, int sourceY,
                            int sourceWidth, int sourceHeight, DWORD operation);
-RASTEL_API int StretchDIBits(HDC target, int x, int y, int width, int height, int sourceX, int sourceY,
-                             int sourceWidth, int sourceHeight, const void* bits, const BITMAPINFO* info,
-                             UINT usage, DWORD operation);
+RASTEL_API int StretchDIBits(HDC target, int x, int y, int width, int height, int sourceX, int sourceY, int sourceWidth,
+                             int sourceHeight, const void* bits, const BITMAPINFO* info, UINT usage, DWORD operation);
 RASTEL_API int SetDIBitsToDevice(HDC target, int x, int y, DWORD width, DWORD height, int sourceX, int sourceY,
                                  UINT firstRow, UINT rows, const void* bits, const BITMAPINFO* info, UINT usage);
 RASTEL_API BOOL PatBlt(HDC target, int x, int y, int width, int height, DWORD operation);
@@ -346,8 +345,8 @@ RASTEL_API COLORREF GetNearestColor(HDC context, COLORREF color);
 
 // Text.
 RASTEL_API HFONT CreateFontW(int height, int width, int escapement, int orientation, int weight, DWORD italic,
-                             DWORD underline, DWORD strikeOut, DWORD charSet, DWORD outPrecision,
-                             DWORD clipPrecision, DWORD quality, DWORD pitchAndFamily, LPCWSTR faceName);
+                             DWORD underline, DWORD strikeOut, DWORD charSet, DWORD outPrecision, DWORD clipPrecision,
+                             DWORD quality, DWORD pitchAndFamily, LPCWSTR faceName);
 RASTEL_API HFONT CreateFontIndirectW(const LOGFONTW* font);
 RASTEL_API BOOL TextOutW(HDC context, int x, int y, LPCWSTR text, int length);
 RASTEL_API UINT SetTextAlign(HDC context, UINT align);

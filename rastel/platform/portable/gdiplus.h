@@ -7,4 +7,4 @@ namespace Gdiplus {
 class Image;
 class Bitmap;
 class Graphics;
-}
+}   // namespace Gdiplus

@@ -9,6 +9,6 @@
 namespace Gdiplus {
 using std::max;
 using std::min;
-}
+}   // namespace Gdiplus
 
 #include <gdiplus.h>

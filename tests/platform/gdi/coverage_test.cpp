@@ -6,7 +6,9 @@ namespace {
 
 constexpr COLORREF kInk = RGB(250, 20, 130);
 
-int Mixed(int below, int ink, int coverage) { return (ink * coverage + below * (255 - coverage) + 127) / 255; }
+int Mixed(int below, int ink, int coverage) {
+    return (ink * coverage + below * (255 - coverage) + 127) / 255;
+}
 
 TEST(Coverage, MixesByItsShareInsideTheClipOnly) {
     for (const Format& format : kFormats) {
