@@ -1,6 +1,8 @@
 // GDI+: the bitmap and drawing classes.
 #pragma once
 
+#include "rastel/platform/export.h"
+
 #if defined(_WIN32)
 #include "rastel/platform/windows/gdiplus.h"
 #else

@@ -1,6 +1,8 @@
 // Performance counter, priorities, version, modules and global memory.
 #pragma once
 
+#include "rastel/platform/export.h"
+
 #if defined(_WIN32)
 #include "rastel/platform/windows/kernel.h"
 #else

@@ -170,6 +170,9 @@ TEST(Clip, MetaRegionHoldsWhenTheClipIsReplaced) {
     EXPECT_EQ(ExcludeClipRect(dc, 4, 4, 6, 6), COMPLEXREGION);
     EXPECT_EQ(SetMetaRgn(dc), COMPLEXREGION);
     EXPECT_EQ(SelectClipRgn(dc, nullptr), COMPLEXREGION);
+    EXPECT_EQ(IntersectClipRect(dc, 1, 1, 10, 19), COMPLEXREGION);
+    EXPECT_EQ(SetMetaRgn(dc), COMPLEXREGION);   // a second one only narrows the first
+    EXPECT_EQ(GetPixel(dc, 3, 15), CLR_INVALID);
     EXPECT_EQ(GetPixel(dc, 5, 5), CLR_INVALID);
     EXPECT_EQ(GetPixel(dc, 12, 3), CLR_INVALID);
     EXPECT_EQ(GetPixel(dc, 3, 3), 0u);
