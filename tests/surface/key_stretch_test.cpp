@@ -92,10 +92,10 @@ TEST_F(StretchBltTest, EqualSizesTakeTheCopyAndOthersTheContexts) {
     EXPECT_EQ(target.StretchBlt(nullptr, larger, nullptr, nullptr), 1);
     EXPECT_EQ(target.stretches, 1);
 
-    CRect flat(0, 0, 0, 5), mirrored(8, 0, 3, 5), far(-5, -5, 100, 3);
+    CRect flat(0, 0, 0, 5), mirrored(8, 0, 3, 5), beyond(-5, -5, 100, 3);
     EXPECT_EQ(target.StretchBlt(&flat, source, nullptr, nullptr), 1);
     EXPECT_EQ(target.stretches, 1);
-    EXPECT_EQ(target.StretchBlt(&mirrored, source, &far, nullptr), 2);
+    EXPECT_EQ(target.StretchBlt(&mirrored, source, &beyond, nullptr), 2);
     EXPECT_EQ(target.lastTarget, mirrored);
     EXPECT_EQ(target.lastSource, CRect(0, 0, 10, 3));   // cut to the source; the destination is not cut
 }
