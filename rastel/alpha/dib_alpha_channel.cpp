@@ -2,7 +2,7 @@
 
 #include "rastel/surface/dib_store_body.h"
 
-template class RASTEL_API rastel::DibStore<CAlphaChannel>;
+template class rastel::DibStore<CAlphaChannel>;
 
 CDibAlphaChannel::CDibAlphaChannel() = default;
 
