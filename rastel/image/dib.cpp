@@ -34,10 +34,13 @@ bool CDib::IsDepth(int bitsPerPixel) {
 }
 
 bool CDib::CreateHeader(int width, int height, int bitsPerPixel) {
+    constexpr std::int64_t limit = std::numeric_limits<int>::max();
     const std::int64_t rowBytes = RowBytes(width, bitsPerPixel);
-    const std::int64_t imageBytes = std::abs(static_cast<std::int64_t>(height)) * rowBytes;
-    if (width < 0 || height == std::numeric_limits<int>::min() || rowBytes > std::numeric_limits<int>::max() ||
-        imageBytes > std::numeric_limits<int>::max() - 4) {
+    if (width < 0 || rowBytes > limit || height == std::numeric_limits<int>::min()) {
+        return false;
+    }
+    const std::int64_t imageBytes = std::abs(height) * rowBytes;   // two 31-bit numbers
+    if (imageBytes > limit - 4) {
         return false;
     }
     const std::size_t tableBytes = bitsPerPixel < 9 ? sizeof(RGBQUAD) << bitsPerPixel : 0;
