@@ -6,6 +6,7 @@
 #include "rastel/display/primary_surface.h"
 #include "rastel/platform/gdi.h"
 #include "rastel/platform/kernel.h"
+#include "rastel/platform/windows_version.h"
 #include "rastel/surface/measuring_priority.h"
 #include "rastel/surface/pixel_lock.h"
 #include "rastel/surface/surface.h"
@@ -72,14 +73,6 @@ void DrawTestPicture(CSurface& surface) {
     ::TextOutW(dc, 320, 220, L"Profiling Display...", 20);
     ::SelectObject(dc, old);
     ::DeleteObject(font);
-}
-
-// Its buffered path has no device memory worth measuring.
-bool IsWindowsNt60() {
-    OSVERSIONINFOW version = {};
-    version.dwOSVersionInfoSize = sizeof(version);
-    return ::GetVersionExW(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT && version.dwMajorVersion == 6 &&
-           version.dwMinorVersion == 0;
 }
 
 int Rate(long long ticks) {
@@ -165,7 +158,8 @@ void CPrimarySurface::Profile() {
         m_pfnBlt = &CPrimarySurface::BltStretchDIBits;
         long long best = m_perfStretchDIBits;
 
-        if (!IsWindowsNt60()) {
+        // That system's buffered path has no device memory worth measuring.
+        if (!rastel::platform::IsWindowsNt60()) {
             m_perfBltBuffered = manager->GetProfile(L"BltBuffered");
             if (isMissing(m_perfBltBuffered) && surface) {
                 BltBuffered(x, y, *surface, rect);   // makes the buffer, which is no part of the time

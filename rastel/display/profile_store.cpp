@@ -6,6 +6,7 @@
 #include "rastel/platform/gdi.h"
 #include "rastel/platform/kernel.h"
 #include "rastel/platform/user.h"
+#include "rastel/platform/windows_version.h"
 
 namespace {
 
@@ -36,19 +37,13 @@ HKEY WalkPath(HKEY parent, const CString& path, HKEY (*enter)(HKEY parent, const
     return last;
 }
 
-bool IsWindows9x() {
-    OSVERSIONINFOW version = {};
-    version.dwOSVersionInfoSize = sizeof(version);
-    return ::GetVersionExW(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_WINDOWS;
-}
-
 }   // namespace
 
 CString CDisplayManager::GetDisplayIdString() {
     DEVMODEW mode = {};
     mode.dmSize = sizeof(mode);
     ::EnumDisplaySettingsW(nullptr, ENUM_CURRENT_SETTINGS, &mode);
-    if (IsWindows9x()) {
+    if (rastel::platform::IsWindows9x()) {
         // That system doesn't tell its settings, but a context on the display does.
         if (const HDC display = ::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr)) {
             mode.dmPelsWidth = static_cast<DWORD>(::GetDeviceCaps(display, HORZRES));
