@@ -79,7 +79,9 @@ private:
     std::optional<BoxAverager> averager_;
     std::vector<int> picked_;   // source column of each target column of the area
     PickPlan plan_;
+    PickPlan32 plan32_;
     bool hasPlan_ = false;
+    bool hasPlan32_ = false;
 };
 
 void BlitRun::Draw(const Canvas& canvas, const RECT& area) {
@@ -98,8 +100,12 @@ void BlitRun::Draw(const Canvas& canvas, const RECT& area) {
         columns_.Fill(area.left, area.right - area.left, picked_.data());
         constexpr int kRowsThatPay = 4;   // below, making the plan costs more than it saves
         const PixelFormat& format = source_.pixels.format;
-        hasPlan_ = Kernels().pick != nullptr && format.bitsPerPixel >= 8 && area.bottom - area.top >= kRowsThatPay &&
-                   plan_.Make(picked_.data(), area.right - area.left, format.bitsPerPixel / 8,
+        const int count = area.right - area.left;
+        const bool pays = area.bottom - area.top >= kRowsThatPay;
+        hasPlan32_ = pays && format.bitsPerPixel == 32 && Kernels().pick32 != nullptr &&
+                     plan32_.Make(picked_.data(), count, source_.pixels.width);
+        hasPlan_ = pays && format.bitsPerPixel >= 8 && format.bitsPerPixel < 32 && Kernels().pick != nullptr &&
+                   plan_.Make(picked_.data(), count, format.bitsPerPixel / 8,
                               static_cast<std::int64_t>(BytesOf(format, source_.pixels.width)));
     }
     if (!(operation_ == kSourceCopy)) {
@@ -171,7 +177,9 @@ void BlitRun::CopyScaled(const Canvas& canvas, const RECT& area) {
 }
 
 void BlitRun::PickRow(const unsigned char* source, unsigned char* target) const {
-    if (hasPlan_) {
+    if (hasPlan32_) {
+        Kernels().pick32(source, plan32_, target);
+    } else if (hasPlan_) {
         Kernels().pick(source, plan_, target);
     } else {
         PickPixels(source, source_.pixels.format.bitsPerPixel, picked_.data(), static_cast<int>(picked_.size()),

@@ -1,6 +1,7 @@
 #include "rastel/platform/portable/gdi/pick_plan.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace rastel::platform {
 
@@ -44,6 +45,31 @@ bool PickPlan::Make(const int* columns, int count, int bytesPerPixel, std::int64
         for (std::int32_t i = 0; i < kBlock; ++i) {
             const std::int32_t offset = sources[static_cast<std::size_t>(place.target + i)] - place.source;
             masks[offset / kBlock * (2 * kBlock) + i] = static_cast<unsigned char>(offset % kBlock);
+        }
+    }
+    return true;
+}
+
+bool PickPlan32::Make(const int* columns, int count, int sourceWidth) {
+    if (count < kStep) {
+        return false;
+    }
+    // Steps are as wide as one another to a pixel.
+    const int reach = std::abs(columns[kStep - 1] - columns[0]) + 2;
+    windows_ = reach <= kStep ? 1 : reach <= 2 * kStep ? 2 : 4;
+    if (reach > windows_ * kStep || sourceWidth < windows_ * kStep) {
+        return false;
+    }
+    count_ = count;
+    const int steps = (count + kStep - 1) / kStep;
+    starts_.resize(static_cast<std::size_t>(steps));
+    offsets_.resize(static_cast<std::size_t>(steps) * kStep);
+    std::int32_t* offsets = offsets_.data();
+    for (std::int32_t& start : starts_) {
+        const int* const wanted = columns + std::min<std::ptrdiff_t>(offsets - offsets_.data(), count - kStep);
+        start = std::min({wanted[0], wanted[kStep - 1], sourceWidth - windows_ * kStep});
+        for (int i = 0; i < kStep; ++i) {
+            *offsets++ = wanted[i] - start;
         }
     }
     return true;

@@ -13,8 +13,8 @@ extern const RowKernels kRowKernelsAvx2;
 namespace {
 
 constexpr RowKernels kPlain = {
-    "plain",       [] { return true; }, From32To24,    From24To32,   From32To16<6>,
-    From32To16<5>, From16To32<6>,       From16To32<5>, From32ToGrey, nullptr,
+    "plain",       [] { return true; }, From32To24,   From24To32, From32To16<6>, From32To16<5>,
+    From16To32<6>, From16To32<5>,       From32ToGrey, nullptr,    nullptr,
 };
 
 #ifdef RASTEL_GDI_HAS_AVX2

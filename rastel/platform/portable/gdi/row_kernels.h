@@ -11,6 +11,7 @@
 namespace rastel::platform {
 
 class PickPlan;
+class PickPlan32;
 
 struct RowKernels {
     using ConvertRow = void (*)(const unsigned char* source, unsigned char* target, int count);
@@ -28,6 +29,8 @@ struct RowKernels {
 
     // A row of picked bytes as a plan says; null: only pixel by pixel.
     void (*pick)(const unsigned char* source, const PickPlan& plan, unsigned char* target);
+
+    void (*pick32)(const unsigned char* source, const PickPlan32& plan, unsigned char* target);   // null likewise
 };
 
 std::span<const RowKernels* const> AllRowKernels();   // best first; the last runs anywhere

@@ -70,12 +70,63 @@ void Pick(const unsigned char* source, const PickPlan& plan, unsigned char* targ
     }
 }
 
+// Eight pixels from `Windows` neighbouring windows of eight: each is permuted whole, the bits of the offset above the
+// third choose among them.
+template <int Windows>
+__m256i PickEight(const unsigned char* source, __m256i offsets) {
+    const auto picked = [&](int window) {
+        const __m256i there = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(source + 32 * window));
+        return _mm256_castsi256_ps(_mm256_permutevar8x32_epi32(there, offsets));
+    };
+    const __m256 odd = _mm256_castsi256_ps(_mm256_slli_epi32(offsets, 28));
+    if constexpr (Windows == 1) {
+        return _mm256_castps_si256(picked(0));
+    } else if constexpr (Windows == 2) {
+        return _mm256_castps_si256(_mm256_blendv_ps(picked(0), picked(1), odd));
+    } else {
+        const __m256 low = _mm256_blendv_ps(picked(0), picked(1), odd);
+        const __m256 high = _mm256_blendv_ps(picked(2), picked(3), odd);
+        const __m256 upper = _mm256_castsi256_ps(_mm256_slli_epi32(offsets, 27));
+        return _mm256_castps_si256(_mm256_blendv_ps(low, high, upper));
+    }
+}
+
+template <int Windows>
+void PickSteps(const unsigned char* source, const PickPlan32& plan, unsigned char* target) {
+    const std::int32_t* const starts = plan.Starts();
+    const auto* const offsets = reinterpret_cast<const __m256i*>(plan.Offsets());
+    const auto step = [&](std::ptrdiff_t i, unsigned char* to) {
+        const __m256i picked =
+            PickEight<Windows>(source + std::ptrdiff_t{4} * starts[i], _mm256_loadu_si256(offsets + i));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), picked);
+    };
+    const std::ptrdiff_t last = plan.Steps() - 1;
+    for (std::ptrdiff_t i = 0; i < last; ++i) {
+        step(i, target + 32 * i);
+    }
+    step(last, target + std::ptrdiff_t{4} * (plan.Count() - PickPlan32::kStep));
+}
+
+void Pick32(const unsigned char* source, const PickPlan32& plan, unsigned char* target) {
+    switch (plan.Windows()) {
+        case 1:
+            PickSteps<1>(source, plan, target);
+            break;
+        case 2:
+            PickSteps<2>(source, plan, target);
+            break;
+        default:
+            PickSteps<4>(source, plan, target);
+            break;
+    }
+}
+
 }   // namespace
 
 extern const RowKernels kRowKernelsAvx2;
 const RowKernels kRowKernelsAvx2 = {
-    "avx2",        HasAvx2,       PackTo24,      UnpackFrom24, From32To16<6>,
-    From32To16<5>, From16To32<6>, From16To32<5>, From32ToGrey, Pick,
+    "avx2",        HasAvx2,       PackTo24,     UnpackFrom24, From32To16<6>, From32To16<5>,
+    From16To32<6>, From16To32<5>, From32ToGrey, Pick,         Pick32,
 };
 
 }   // namespace rastel::platform
