@@ -15,39 +15,51 @@ public:
     CCriticalSection(const CCriticalSection&) = delete;
     CCriticalSection& operator=(const CCriticalSection&) = delete;
 
-    // Waits for the lock. FALSE only when the system refuses a lock at all, as after too many of them.
+    // Waits for the lock. FALSE only when the system refuses it.
     BOOL Lock() {
+        if (IsMine()) {
+            ++depth_;
+            return TRUE;
+        }
         try {
             mutex_.lock();
         } catch (const std::system_error&) {
             return FALSE;
         }
-        return Locked();
+        return Take();
     }
 
     // FALSE at once when another thread holds the lock.
-    BOOL TryLock() { return mutex_.try_lock() ? Locked() : FALSE; }
+    BOOL TryLock() {
+        if (IsMine()) {
+            ++depth_;
+            return TRUE;
+        }
+        return mutex_.try_lock() ? Take() : FALSE;
+    }
 
     // FALSE, with nothing done, on a thread that does not hold the lock.
     BOOL Unlock() {
-        if (owner_.load(std::memory_order_relaxed) != std::this_thread::get_id()) {
+        if (!IsMine()) {
             return FALSE;
         }
         if (--depth_ == 0) {
             owner_.store(std::thread::id(), std::memory_order_relaxed);
+            mutex_.unlock();
         }
-        mutex_.unlock();
         return TRUE;
     }
 
 private:
-    BOOL Locked() {
+    bool IsMine() const { return owner_.load(std::memory_order_relaxed) == std::this_thread::get_id(); }
+
+    BOOL Take() {
         owner_.store(std::this_thread::get_id(), std::memory_order_relaxed);
-        ++depth_;
+        depth_ = 1;
         return TRUE;
     }
 
-    std::recursive_mutex mutex_;
+    std::mutex mutex_;
     std::atomic<std::thread::id> owner_ = {};   // only its own thread ever finds itself here
     unsigned long long depth_ = 0;              // touched by the owner alone
 };
