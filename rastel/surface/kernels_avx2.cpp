@@ -18,6 +18,7 @@ struct Vec {
 
     static V Load(const BYTE* at) { return _mm256_loadu_si256(reinterpret_cast<const V*>(at)); }
     static void Store(BYTE* at, V value) { _mm256_storeu_si256(reinterpret_cast<V*>(at), value); }
+    static void Prefetch(const BYTE* at) { _mm_prefetch(reinterpret_cast<const char*>(at), _MM_HINT_T0); }
     static V Set8(BYTE value) { return _mm256_set1_epi8(static_cast<char>(value)); }
     static V Set32(DWORD value) { return _mm256_set1_epi32(static_cast<int>(value)); }
     static V And(V a, V b) { return _mm256_and_si256(a, b); }
@@ -59,17 +60,20 @@ struct Vec {
         return _mm256_permutevar8x32_epi32(_mm256_packs_epi16(words, words), _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
     }
 
-    // Blending.
-    using PixelBytes = std::uint64_t;
+    // Blending. The plane bytes of two vectors of pixels become the words of one, ordered as unpacking within lanes
+    // wants them: pixels 0 to 3 and 8 to 11 in the low lane, 4 to 7 and 12 to 15 in the high one.
     struct Weights {
-        V low, high;
+        V low, high;   // for the pixels that WidenLow and WidenHigh give
     };
     static V Set64(std::uint64_t value) { return _mm256_set1_epi64x(static_cast<long long>(value)); }
-    static V Equal8(V a, V b) { return _mm256_cmpeq_epi8(a, b); }
-    static V Subtract8(V a, V b) { return _mm256_sub_epi8(a, b); }
     static V Add16(V a, V b) { return _mm256_add_epi16(a, b); }
     static V Subtract16(V a, V b) { return _mm256_sub_epi16(a, b); }
     static V Min16(V a, V b) { return _mm256_min_epi16(a, b); }
+    template <int count>
+    static V ShiftLeft16(V a) {
+        return _mm256_slli_epi16(a, count);
+    }
+    static V AddSaturated8(V a, V b) { return _mm256_adds_epu8(a, b); }
     static bool IsEqual(V a, V b) {
         const V difference = _mm256_xor_si256(a, b);
         return _mm256_testz_si256(difference, difference) != 0;
@@ -80,51 +84,68 @@ struct Vec {
     static void StoreTwo(BYTE* at, V value) {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(at), _mm256_castsi256_si128(value));
     }
-    // A byte a pixel to 32 bits a pixel.
-    static V WidenPixelBytes(PixelBytes packed) {
-        return _mm256_cvtepu8_epi32(_mm_cvtsi64_si128(static_cast<long long>(packed)));
-    }
-    static V SpreadPixelBytes(PixelBytes packed) {   // each byte four times
-        return _mm256_shuffle_epi8(WidenPixelBytes(packed),
-                                   InBothLanes(_mm_setr_epi8(0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12)));
-    }
     static V InBothLanes(__m128i lane) { return _mm256_broadcastsi128_si256(lane); }
-    static Weights MakeWeights(V weights) {
-        const V rest = _mm256_sub_epi8(Set8(128), weights);
-        return {_mm256_unpacklo_epi8(rest, weights), _mm256_unpackhi_epi8(rest, weights)};
+    static V OrderedWords(__m128i pixelBytes) {
+        return _mm256_cvtepu8_epi16(_mm_shuffle_epi32(pixelBytes, _MM_SHUFFLE(3, 1, 2, 0)));
     }
-    // (back * (128 - weight) + source * weight) >> 7, which is back + ((source - back) * weight >> 7). With 128 taken
-    // off every byte the sum of products fits signed 16 bits, and 128 comes off the shifted sum.
-    static V Blend7(V back, V source, Weights weights) {
-        const V bias = Set8(128);
-        const V b = Xor(back, bias), s = Xor(source, bias);
-        const V low = _mm256_srai_epi16(_mm256_maddubs_epi16(weights.low, _mm256_unpacklo_epi8(b, s)), 7);
-        const V high = _mm256_srai_epi16(_mm256_maddubs_epi16(weights.high, _mm256_unpackhi_epi8(b, s)), 7);
-        return Xor(_mm256_packs_epi16(low, high), bias);
+    static V PixelWords(const BYTE* at) { return OrderedWords(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))); }
+    static V PixelWordsHalf(const BYTE* at) {   // of one vector
+        return OrderedWords(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(at)));
     }
-    // From 32 bits a pixel to 16 bits for each byte of the pixels that WidenLow and WidenHigh give.
-    static V RepeatLow(V wide) {
-        return _mm256_shuffle_epi8(wide, InBothLanes(_mm_setr_epi8(0, 1, 0, 1, 0, 1, 0, 1, 4, 5, 4, 5, 4, 5, 4, 5)));
+    static void StorePixelWords(BYTE* at, V words) {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(at), PackedWords(words));
     }
-    static V RepeatHigh(V wide) {
-        return _mm256_shuffle_epi8(wide,
-                                   InBothLanes(_mm_setr_epi8(8, 9, 8, 9, 8, 9, 8, 9, 12, 13, 12, 13, 12, 13, 12, 13)));
+    static void StorePixelWordsHalf(BYTE* at, V words) {
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(at), PackedWords(words));
     }
-    static PixelBytes PackPixelBytes(V wide) {
-        const V packed =
-            _mm256_shuffle_epi8(wide, InBothLanes(_mm_setr_epi8(0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12)));
-        const __m128i both = _mm_unpacklo_epi32(_mm256_castsi256_si128(packed), _mm256_extracti128_si256(packed, 1));
-        return static_cast<PixelBytes>(_mm_cvtsi128_si64(both));
+    static __m128i PackedWords(V words) {
+        const V packed = _mm256_packus_epi16(words, words);
+        return _mm_unpacklo_epi32(_mm256_castsi256_si128(packed), _mm256_extracti128_si256(packed, 1));
     }
-    // 65536 / coverage, truncated, at most 65535; 65535 at 0. The quotient of two floats is never rounded up to the
-    // next whole number here: it stays at least 1/255 below.
-    static V Reciprocals(V coverage) {
-        const V divisor = _mm256_max_epi32(coverage, _mm256_set1_epi32(1));
-        const V quotient = _mm256_cvttps_epi32(_mm256_div_ps(_mm256_set1_ps(65536.0f), _mm256_cvtepi32_ps(divisor)));
-        return _mm256_min_epi32(quotient, _mm256_set1_epi32(65535));
+    // The words of the first (0) or second (1) vector of pixels, each twice.
+    template <int vector>
+    static V RepeatTwice(V words) {
+        const __m128i order = _mm_setr_epi8(0, 1, 0, 1, 2, 3, 2, 3, 4, 5, 4, 5, 6, 7, 6, 7);
+        return _mm256_shuffle_epi8(words, InBothLanes(_mm_add_epi8(order, _mm_set1_epi8(vector * 8))));
+    }
+    // weight - 128 and -weight, bytes of one word: only below 0 is there room for 128.
+    static V PackWeights(V weights) {
+        return Subtract16(Xor(weights, _mm256_set1_epi16(128)), _mm256_slli_epi16(weights, 8));
+    }
+    // The words of the first (0) or second (1) vector of pixels, each for the four bytes of a pixel, but nothing for
+    // the alpha byte of a pair's first pixel.
+    template <int vector>
+    static Weights WeightsOf(V packed) {
+        constexpr char at = vector * 8;
+        const __m128i low = _mm_setr_epi8(at, at + 1, at, at + 1, at, at + 1, -128, -128, at + 2, at + 3, at + 2,
+                                          at + 3, at + 2, at + 3, at + 2, at + 3);
+        const __m128i high = _mm_add_epi8(low, _mm_setr_epi8(4, 4, 4, 4, 4, 4, 0, 0, 4, 4, 4, 4, 4, 4, 4, 4));
+        return {_mm256_shuffle_epi8(packed, InBothLanes(low)), _mm256_shuffle_epi8(packed, InBothLanes(high))};
+    }
+    // (back * (128 - weight) + source * weight) >> 7, which is back + ((source - back) * weight >> 7). The sum comes
+    // out negative; times -512 its high half is the sum shifted by 7. A pair's first pixel gets alpha byte 0.
+    static V BlendPairs(V back, V source, const Weights& weights) {
+        const auto blend = [](V bytes, V weight) {
+            return _mm256_mulhi_epi16(_mm256_maddubs_epi16(bytes, weight), _mm256_set1_epi16(-512));
+        };
+        return Narrow(blend(_mm256_unpacklo_epi8(back, source), weights.low),
+                      blend(_mm256_unpackhi_epi8(back, source), weights.high));
+    }
+    // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
+    // number here: it stays at least 1/255 below.
+    static V ReciprocalWords(V coverage) {
+        const V divisor = _mm256_max_epi16(coverage, _mm256_set1_epi16(1));
+        const auto quotient = [](V wide) {
+            return _mm256_cvttps_epi32(_mm256_div_ps(_mm256_set1_ps(65536.0f), _mm256_cvtepi32_ps(wide)));
+        };
+        return _mm256_packus_epi32(quotient(_mm256_unpacklo_epi16(divisor, _mm256_setzero_si256())),
+                                   quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
     }
 
     // Filters.
+    static V Equal8(V a, V b) { return _mm256_cmpeq_epi8(a, b); }
+    static V Subtract8(V a, V b) { return _mm256_sub_epi8(a, b); }
+    static V NarrowToWords(V first, V second) { return _mm256_packs_epi32(first, second); }   // as PixelWords has them
     static V Add8(V a, V b) { return _mm256_add_epi8(a, b); }
     static V Add32(V a, V b) { return _mm256_add_epi32(a, b); }
     static V Subtract32(V a, V b) { return _mm256_sub_epi32(a, b); }

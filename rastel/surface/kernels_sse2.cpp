@@ -18,6 +18,7 @@ struct Vec {
 
     static V Load(const BYTE* at) { return _mm_loadu_si128(reinterpret_cast<const V*>(at)); }
     static void Store(BYTE* at, V value) { _mm_storeu_si128(reinterpret_cast<V*>(at), value); }
+    static void Prefetch(const BYTE* at) { _mm_prefetch(reinterpret_cast<const char*>(at), _MM_HINT_T0); }
     static V Set8(BYTE value) { return _mm_set1_epi8(static_cast<char>(value)); }
     static V Set32(DWORD value) { return _mm_set1_epi32(static_cast<int>(value)); }
     static V And(V a, V b) { return _mm_and_si128(a, b); }
@@ -52,60 +53,70 @@ struct Vec {
         return _mm_packs_epi16(words, words);
     }
 
-    // Blending.
-    using PixelBytes = std::uint32_t;
+    // Blending. The plane bytes of two vectors of pixels become the words of one.
     struct Weights {
-        V low, high;
+        V low, high;   // for the pixels that WidenLow and WidenHigh give
     };
     static V Set64(std::uint64_t value) { return _mm_set1_epi64x(static_cast<long long>(value)); }
-    static V Equal8(V a, V b) { return _mm_cmpeq_epi8(a, b); }
-    static V Subtract8(V a, V b) { return _mm_sub_epi8(a, b); }
     static V Add16(V a, V b) { return _mm_add_epi16(a, b); }
     static V Subtract16(V a, V b) { return _mm_sub_epi16(a, b); }
     static V Min16(V a, V b) { return _mm_min_epi16(a, b); }
+    template <int count>
+    static V ShiftLeft16(V a) {
+        return _mm_slli_epi16(a, count);
+    }
+    static V AddSaturated8(V a, V b) { return _mm_adds_epu8(a, b); }
     static bool IsEqual(V a, V b) { return _mm_movemask_epi8(_mm_cmpeq_epi8(a, b)) == 0xFFFF; }
     static V LoadTwo(const BYTE* at) { return LoadHalf(at); }
     static void StoreTwo(BYTE* at, V value) { StoreHalf(at, value); }
-    static V SpreadPixelBytes(PixelBytes packed) {   // each byte four times
-        const V once = _mm_cvtsi32_si128(static_cast<int>(packed));
-        const V twice = _mm_unpacklo_epi8(once, once);
-        return _mm_unpacklo_epi16(twice, twice);
+    static V PixelWords(const BYTE* at) { return WidenLow(LoadHalf(at)); }
+    static V PixelWordsHalf(const BYTE* at) {   // of one vector
+        int pixelBytes;
+        std::memcpy(&pixelBytes, at, sizeof(pixelBytes));
+        return WidenLow(_mm_cvtsi32_si128(pixelBytes));
     }
-    static Weights MakeWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
-    // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits.
-    static V Blend7(V back, V source, Weights weights) {
+    static void StorePixelWords(BYTE* at, V words) { StoreHalf(at, Narrow(words, words)); }
+    static void StorePixelWordsHalf(BYTE* at, V words) {
+        const int pixelBytes = _mm_cvtsi128_si32(Narrow(words, words));
+        std::memcpy(at, &pixelBytes, sizeof(pixelBytes));
+    }
+    // The words of the first (0) or second (1) vector of pixels, each twice.
+    template <int vector>
+    static V RepeatTwice(V words) {
+        return vector == 0 ? _mm_unpacklo_epi16(words, words) : _mm_unpackhi_epi16(words, words);
+    }
+    static V PackWeights(V weights) { return weights; }
+    template <int vector>
+    static Weights WeightsOf(V packed) {
+        const V twice = RepeatTwice<vector>(packed);
+        return {_mm_unpacklo_epi32(twice, twice), _mm_unpackhi_epi32(twice, twice)};
+    }
+    // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits. A pair's first pixel gets
+    // alpha byte 0.
+    static V BlendPairs(V back, V source, const Weights& weights) {
         const auto blend = [](V b, V s, V weight) {
             return _mm_add_epi16(b, _mm_srai_epi16(_mm_mullo_epi16(_mm_sub_epi16(s, b), weight), 7));
         };
-        return Narrow(blend(WidenLow(back), WidenLow(source), weights.low),
-                      blend(WidenHigh(back), WidenHigh(source), weights.high));
+        return And(Set64(0xFFFFFFFF00FFFFFF), Narrow(blend(WidenLow(back), WidenLow(source), weights.low),
+                                                     blend(WidenHigh(back), WidenHigh(source), weights.high)));
     }
-    // A byte a pixel to 32 bits a pixel, and on to 16 bits for each byte of the first or last pixels.
-    static V WidenPixelBytes(PixelBytes packed) {
-        const V bytesOnly = _mm_cvtsi32_si128(static_cast<int>(packed));
-        return _mm_unpacklo_epi16(_mm_unpacklo_epi8(bytesOnly, _mm_setzero_si128()), _mm_setzero_si128());
-    }
-    static V RepeatLow(V wide) {
-        const V twice = _mm_or_si128(wide, _mm_slli_epi32(wide, 16));
-        return _mm_unpacklo_epi32(twice, twice);
-    }
-    static V RepeatHigh(V wide) {
-        const V twice = _mm_or_si128(wide, _mm_slli_epi32(wide, 16));
-        return _mm_unpackhi_epi32(twice, twice);
-    }
-    static PixelBytes PackPixelBytes(V wide) {
-        const V words = _mm_packs_epi32(wide, wide);
-        return static_cast<PixelBytes>(_mm_cvtsi128_si32(_mm_packus_epi16(words, words)));
-    }
-    // 65536 / coverage, truncated, at most 65535; 65535 at 0. The quotient of two floats is never rounded up to the
-    // next whole number here: it stays at least 1/255 below.
-    static V Reciprocals(V coverage) {
-        const V divisor = _mm_max_epi16(coverage, _mm_set1_epi32(1));
-        const V quotient = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(divisor)));
-        return _mm_add_epi32(quotient, _mm_cmpgt_epi32(quotient, _mm_set1_epi32(65535)));
+    // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
+    // number here: it stays at least 1/255 below.
+    static V ReciprocalWords(V coverage) {
+        const V divisor = _mm_max_epi16(coverage, _mm_set1_epi16(1));
+        const auto quotient = [](V wide) {
+            const V whole = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(wide)));
+            return _mm_sub_epi32(whole, _mm_set1_epi32(32768));   // packing takes signed numbers
+        };
+        return Xor(_mm_packs_epi32(quotient(_mm_unpacklo_epi16(divisor, _mm_setzero_si128())),
+                                   quotient(_mm_unpackhi_epi16(divisor, _mm_setzero_si128()))),
+                   _mm_set1_epi16(-32768));
     }
 
     // Filters.
+    static V Equal8(V a, V b) { return _mm_cmpeq_epi8(a, b); }
+    static V Subtract8(V a, V b) { return _mm_sub_epi8(a, b); }
+    static V NarrowToWords(V first, V second) { return _mm_packs_epi32(first, second); }   // as PixelWords has them
     static V Add8(V a, V b) { return _mm_add_epi8(a, b); }
     static V Add32(V a, V b) { return _mm_add_epi32(a, b); }
     static V Subtract32(V a, V b) { return _mm_sub_epi32(a, b); }
