@@ -1,6 +1,7 @@
 // Making bitmaps and their colour tables.
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "rastel/platform/portable/gdi/dib_layout.h"
 #include "rastel/platform/portable/gdi/pixel_color.h"
@@ -54,7 +55,7 @@ std::shared_ptr<BitmapObject> SelectedTable(HDC context) {
 
 }   // namespace
 
-HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits) {
+HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits) try {
     if (width == 0 || height == 0) {
         return static_cast<HBITMAP>(rastel::platform::StockBitmap()->handle);
     }
@@ -81,9 +82,11 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, cons
         }
     }
     return HandleOf(bitmap);
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HBITMAP CreateCompatibleBitmap(HDC context, int width, int height) {
+HBITMAP CreateCompatibleBitmap(HDC context, int width, int height) try {
     const auto found = FindContext(context);
     if (!found) {
         return nullptr;
@@ -103,9 +106,12 @@ HBITMAP CreateCompatibleBitmap(HDC context, int width, int height) {
         bitmap->colors = found->state.bitmap->colors;
     }
     return HandleOf(bitmap);
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section, DWORD offset) {
+HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section,
+                         DWORD offset) try {
     static_cast<void>(offset);   // counts within a mapped file only
     if (bits != nullptr) {
         *bits = nullptr;
@@ -133,6 +139,8 @@ HBITMAP CreateDIBSection(HDC context, const BITMAPINFO* info, UINT usage, void**
         *bits = bitmap->pixels.Data();
     }
     return handle;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 UINT SetDIBColorTable(HDC context, UINT first, UINT count, const RGBQUAD* colors) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "rastel/platform/portable/gdi/average.h"
@@ -248,7 +249,7 @@ bool CopySource(BlitSource* source, StretchAxis* rows, const BlitRect& to, const
 }   // namespace
 
 bool Blit(DeviceContext& target, const BlitRect& to, const BlitSource& source, const BlitRect& from,
-          RasterOp operation) {
+          RasterOp operation) try {
     const StretchAxis columns(to.x, to.width, from.x, from.width, source.pixels.width);
     StretchAxis rows(to.y, to.height, from.y, from.height, source.pixels.height);
     Region clip;
@@ -281,10 +282,12 @@ bool Blit(DeviceContext& target, const BlitRect& to, const BlitSource& source, c
     BlitRun run(target, columns, rows, readable, operation);
     const Access access = operation.NeedsTarget() ? Access::ReadWrite : Access::Write;
     return DrawInside(target, clip, access, [&run](const Canvas& canvas, const RECT& area) { run.Draw(canvas, area); });
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool OpenSource(DeviceContext& source, const RECT& area, PixelMemory* memory, std::vector<RGBQUAD>* colors,
-                BlitSource* opened, POINT* origin) {
+                BlitSource* opened, POINT* origin) try {
     opened->background = ResolveColor(source, source.state.backColor);
     if (source.IsMemory()) {
         const Canvas canvas = BitmapCanvas(source);
@@ -327,6 +330,8 @@ bool OpenSource(DeviceContext& source, const RECT& area, PixelMemory* memory, st
         copied = true;
     };
     return DrawInside(source, whole, Access::Read, copyOut) && copied;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 }   // namespace rastel::platform

@@ -2,6 +2,7 @@
 // caller passes are logical, regions are in device coordinates already.
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "rastel/platform/portable/gdi/device_context.h"
 
@@ -50,10 +51,12 @@ Region Everything() {
 
 }   // namespace
 
-HRGN CreateRectRgn(int left, int top, int right, int bottom) {
+HRGN CreateRectRgn(int left, int top, int right, int bottom) try {
     auto object = std::make_shared<RegionObject>();
     object->region = Region(Ordered({left, top, right, bottom}));
     return static_cast<HRGN>(rastel::platform::AddObject(object));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 HRGN CreateRectRgnIndirect(const RECT* rect) {

@@ -1,6 +1,7 @@
 // Making and ending contexts, their saved states and what they tell about the device.
 #include <algorithm>
 #include <cwchar>
+#include <new>
 
 #include "rastel/platform/portable/gdi/device_context.h"
 
@@ -55,7 +56,7 @@ bool SetOrigin(DeviceContext& context, std::int64_t x, std::int64_t y, LPPOINT p
 
 }   // namespace
 
-HDC CreateDCW(LPCWSTR driver, LPCWSTR device, LPCWSTR port, const DEVMODEW* mode) {
+HDC CreateDCW(LPCWSTR driver, LPCWSTR device, LPCWSTR port, const DEVMODEW* mode) try {
     static_cast<void>(port);
     static_cast<void>(mode);
     if (rastel::platform::ShouldFail("CreateDCW")) {
@@ -65,16 +66,20 @@ HDC CreateDCW(LPCWSTR driver, LPCWSTR device, LPCWSTR port, const DEVMODEW* mode
     const bool isDisplay = driver != nullptr ? IsDisplayName(driver) || name == driver
                                              : device != nullptr && (IsDisplayName(device) || name == device);
     return isDisplay ? HandleOf(MakeContext(ContextKind::Screen, nullptr)) : nullptr;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HDC CreateCompatibleDC(HDC context) {
+HDC CreateCompatibleDC(HDC context) try {
     if (rastel::platform::ShouldFail("CreateCompatibleDC") || (context != nullptr && !FindContext(context))) {
         return nullptr;
     }
     return HandleOf(rastel::platform::MakeContext(ContextKind::Memory, nullptr));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HDC GetDC(HWND window) {
+HDC GetDC(HWND window) try {
     if (window == nullptr || window == GetDesktopWindow()) {
         const auto context = rastel::platform::MakeContext(ContextKind::Screen, nullptr);
         if (context) {
@@ -91,6 +96,8 @@ HDC GetDC(HWND window) {
         context->fromGetDC = true;
     }
     return HandleOf(context);
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 int ReleaseDC(HWND window, HDC context) {
@@ -103,13 +110,15 @@ BOOL DeleteDC(HDC context) {
     return FindContext(context) && rastel::platform::RemoveObject(context) ? TRUE : FALSE;
 }
 
-int SaveDC(HDC context) {
+int SaveDC(HDC context) try {
     const auto found = FindContext(context);
     if (!found) {
         return 0;
     }
     found->saved.push_back(found->state);
     return static_cast<int>(found->saved.size());
+} catch (const std::bad_alloc&) {
+    return 0;
 }
 
 BOOL RestoreDC(HDC context, int saved) {

@@ -1,5 +1,7 @@
 #include "rastel/platform/portable/gdi/paint.h"
 
+#include <new>
+
 #include "rastel/platform/portable/gdi/pixel_color.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
 
@@ -50,7 +52,7 @@ namespace {
 enum class FourthByte { Mixed, Zero };
 
 bool Paint(DeviceContext& context, const RECT& device, const BrushObject& brush, RasterOp operation,
-           FourthByte fourthByte) {
+           FourthByte fourthByte) try {
     if (operation.NeedsPattern() && brush.style == BS_NULL) {
         return true;
     }
@@ -86,6 +88,8 @@ bool Paint(DeviceContext& context, const RECT& device, const BrushObject& brush,
             StoreRow(row, bitsPerPixel, x, width, values.data());
         }
     });
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 }   // namespace

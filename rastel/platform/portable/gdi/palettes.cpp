@@ -1,5 +1,6 @@
 // Logical palettes, and how they reach the display's colour table.
 #include <algorithm>
+#include <new>
 
 #include "rastel/platform/portable/gdi/device_context.h"
 #include "rastel/platform/portable/gdi/pixel_color.h"
@@ -62,7 +63,7 @@ private:
 
 }   // namespace
 
-HPALETTE CreatePalette(const LOGPALETTE* palette) {
+HPALETTE CreatePalette(const LOGPALETTE* palette) try {
     if (palette == nullptr || palette->palVersion != kPaletteVersion || palette->palNumEntries == 0 ||
         palette->palNumEntries > kMaxEntries) {
         return nullptr;
@@ -71,6 +72,8 @@ HPALETTE CreatePalette(const LOGPALETTE* palette) {
     const PALETTEENTRY* const entries = palette->palPalEntry;
     object->entries.assign(entries, entries + palette->palNumEntries);
     return static_cast<HPALETTE>(rastel::platform::AddObject(object));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 HPALETTE SelectPalette(HDC context, HPALETTE palette, BOOL background) {

@@ -1,6 +1,7 @@
 // Objects by handle: selecting, deleting and describing them, and making the simple ones.
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "rastel/platform/portable/gdi/device_context.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
@@ -213,13 +214,15 @@ int GetObjectW(HGDIOBJ object, int bytes, LPVOID target) {
     return 0;
 }
 
-HBRUSH CreateSolidBrush(COLORREF color) {
+HBRUSH CreateSolidBrush(COLORREF color) try {
     auto brush = std::make_shared<BrushObject>();
     brush->color = color;
     return static_cast<HBRUSH>(rastel::platform::AddObject(brush));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HBRUSH CreatePatternBrush(HBITMAP bitmap) {
+HBRUSH CreatePatternBrush(HBITMAP bitmap) try {
     const auto found = Find<BitmapObject>(bitmap);
     if (!found) {
         return nullptr;
@@ -228,12 +231,16 @@ HBRUSH CreatePatternBrush(HBITMAP bitmap) {
     brush->style = BS_PATTERN;
     brush->pattern = CopyOf(*found);
     return brush->pattern ? static_cast<HBRUSH>(rastel::platform::AddObject(brush)) : nullptr;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
-HPEN CreatePen(int style, int width, COLORREF color) {
+HPEN CreatePen(int style, int width, COLORREF color) try {
     auto pen = std::make_shared<PenObject>();
     pen->style = style < PS_SOLID || style > PS_INSIDEFRAME ? PS_SOLID : style;
     pen->width = width == INT32_MIN ? INT32_MAX : width < 0 ? -width : width;
     pen->color = color;
     return static_cast<HPEN>(rastel::platform::AddObject(pen));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
