@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <vector>
+#include <new>
 
 #include "rastel/alpha/alpha_channel.h"
 #include "rastel/display/display_manager.h"
@@ -25,34 +25,22 @@ Reference<CAlphaChannel> NewLargerPlane(const CAlphaChannel& plane, int radius) 
     CDisplayManager* const manager = GetDisplayManager();
     const std::int64_t width = static_cast<std::int64_t>(plane.GetWidth()) + 2 * radius;
     const std::int64_t height = static_cast<std::int64_t>(plane.GetHeight()) + 2 * radius;
-    if (!manager || width > std::numeric_limits<int>::max() || height > std::numeric_limits<int>::max()) {
+    constexpr int limit = std::numeric_limits<int>::max() - 2 * filterPadding;   // kernels step beyond a row's end
+    if (!manager || width > limit || height > limit) {
         return nullptr;
     }
     return Reference<CAlphaChannel>(manager->CreateAlphaChannel(static_cast<int>(width), static_cast<int>(height)));
 }
 
-// Walks the rows of the result: `move(entering, leaving)` takes the window's new bottom row and the one above its top,
-// a row of zeros where the plane has none, and `emit(row)` writes a row of the result.
-template <class Move, class Emit>
-void WalkRows(const PixelLock& source, int width, int height, const PixelLock& target, int radius, Move move,
-              Emit emit) {
-    const std::vector<BYTE> zeros(static_cast<std::size_t>(width) + filterPadding);
-    const int window = 2 * radius + 1;
-    const auto row = [&](int y) -> const BYTE* { return y >= 0 && y < height ? source.At(0, y) : zeros.data(); };
-    for (int y = 0; y < height + 2 * radius; ++y) {
-        move(row(y), row(y - window));
-        emit(target.At(0, y));
-    }
-}
-
-// Elements with `window` zeros before the first and room behind the last.
+// Elements with `before` zeros ahead of the first and room behind the last. Empty when there is no memory.
 template <class Element>
 class PaddedRow {
 public:
-    PaddedRow(int count, int window)
-        : before_(window),
-          size_(static_cast<std::size_t>(window) + static_cast<std::size_t>(count) + filterPadding),
-          elements_(std::make_unique<Element[]>(size_)) {}
+    PaddedRow(int count, int before)
+        : before_(before),
+          size_(static_cast<std::size_t>(before) + static_cast<std::size_t>(count) + filterPadding),
+          elements_(new (std::nothrow) Element[size_]()) {}
+    explicit operator bool() const { return elements_ != nullptr; }
     Element* First() { return elements_.get() + before_; }
     void Clear() { std::fill_n(elements_.get(), size_, Element{}); }
 
@@ -61,6 +49,24 @@ private:
     std::size_t size_;
     std::unique_ptr<Element[]> elements_;
 };
+
+// Walks the rows of the result: `move(entering, leaving)` takes the window's new bottom row and the one above its top,
+// a row of zeros where the plane has none, and `emit(row)` writes a row of the result.
+template <class Move, class Emit>
+bool WalkRows(const PixelLock& source, int width, int height, const PixelLock& target, int radius, Move move,
+              Emit emit) {
+    PaddedRow<BYTE> zeros(width, 0);
+    if (!zeros) {
+        return false;
+    }
+    const int window = 2 * radius + 1;
+    const auto row = [&](int y) -> const BYTE* { return y >= 0 && y < height ? source.At(0, y) : zeros.First(); };
+    for (int y = 0; y < height + 2 * radius; ++y) {
+        move(row(y), row(y - window));
+        emit(target.At(0, y));
+    }
+    return true;
+}
 
 }   // namespace
 
@@ -82,19 +88,17 @@ CAlphaChannel* CAlphaChannel::Expand(int radius, int value) {
         return nullptr;
     }
     const int window = 2 * radius + 1, count = m_Width + 2 * radius;
-    std::vector<BYTE> counts(static_cast<std::size_t>(m_Width) + filterPadding);
-    PaddedRow<BYTE> spread(count, window);
-    WalkRows(
-        source, m_Width, m_Height, target, radius,
-        [&](const BYTE* entering, const BYTE* leaving) {
-            Rows().countColumns(counts.data(), entering, leaving, m_Width);
-        },
-        [&](BYTE* row) {
-            spread.Clear();
-            std::copy(counts.begin(), counts.begin() + m_Width, spread.First());
-            Rows().dilateRow(row, spread.First(), count, window, static_cast<BYTE>(value));
-        });
-    return result.release();
+    PaddedRow<BYTE> counts(m_Width, 0), spread(count, window);
+    const auto move = [&](const BYTE* entering, const BYTE* leaving) {
+        Rows().countColumns(counts.First(), entering, leaving, m_Width);
+    };
+    const auto emit = [&](BYTE* row) {
+        spread.Clear();
+        std::copy_n(counts.First(), m_Width, spread.First());
+        Rows().dilateRow(row, spread.First(), count, window, static_cast<BYTE>(value));
+    };
+    const bool hasMemory = counts && spread;
+    return hasMemory && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
 }
 
 CAlphaChannel* CAlphaChannel::Blur(int radius) {
@@ -114,11 +118,12 @@ CAlphaChannel* CAlphaChannel::Blur(int radius) {
     const int window = 2 * radius + 1, count = m_Width + 2 * radius;
     PaddedRow<WORD> sums(count, window);   // of up to 61 bytes each: 16 bits hold them
     PaddedRow<DWORD> prefix(count + 1, window);
-    WalkRows(
-        source, m_Width, m_Height, target, radius,
-        [&](const BYTE* entering, const BYTE* leaving) { Rows().boxColumns(sums.First(), entering, leaving, m_Width); },
-        [&](BYTE* row) { Rows().boxRow(row, sums.First(), prefix.First(), count, window); });
-    return result.release();
+    const auto move = [&](const BYTE* entering, const BYTE* leaving) {
+        Rows().boxColumns(sums.First(), entering, leaving, m_Width);
+    };
+    const auto emit = [&](BYTE* row) { Rows().boxRow(row, sums.First(), prefix.First(), count, window); };
+    const bool hasMemory = sums && prefix;
+    return hasMemory && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
 }
 
 int CAlphaChannel::Subtract(CAlphaChannel& other, int x, int y) {

@@ -1,24 +1,24 @@
 // The blending operations of CSurface: they clip and lock, and leave the rest to the kernels.
+#include <algorithm>
 #include <cstring>
 
 #include "rastel/alpha/alpha_channel.h"
 #include "rastel/alpha/blend.h"
+#include "rastel/surface/bounds.h"
 #include "rastel/surface/kernels.h"
 #include "rastel/surface/mmx.h"
 #include "rastel/surface/pixel_lock.h"
 #include "rastel/surface/surface.h"
 
+using rastel::Covers;
+using rastel::IsEmpty;
 using rastel::PixelLock;
 
 namespace {
 
-// A plane or second surface is addressed with the source's co-ordinates and isn't clipped: it must cover the rectangle.
-bool Covers(const CSurfaceBase& store, const CRect& rect) {
-    return rect.left >= 0 && rect.top >= 0 && rect.right <= store.GetWidth() && rect.bottom <= store.GetHeight();
-}
-
-bool IsEmpty(const CRect& rect) {
-    return rect.Width() < 1 || rect.Height() < 1;
+// The plain and the vector kernels part ways outside 0 to 255.
+int Opacity(int alpha) {
+    return std::clamp(alpha, 0, 255);
 }
 
 // The plain line kernel over a row of one colour.
@@ -105,7 +105,7 @@ int CSurface::AlphaConstBlt(int x, int y, CSurface& src, int alpha, CRect* pSrcR
     }
     unsigned char* const pixels = target.At(rcDst.left, rcDst.top);
     AlphaConstRect(pixels, target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(), pixels, target.Pitch(),
-                   rcSrc.Width(), rcSrc.Height(), alpha);
+                   rcSrc.Width(), rcSrc.Height(), Opacity(alpha));
     return 1;
 }
 
@@ -134,7 +134,7 @@ int CSurface::AlphaConstBltEx(int x, int y, CSurface& src, int alpha, CRect* pSr
         return 0;
     }
     AlphaConstRect(target.At(rcDst.left, rcDst.top), target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(),
-                   second.At(rcSrc.left, rcSrc.top), second.Pitch(), rcSrc.Width(), rcSrc.Height(), alpha);
+                   second.At(rcSrc.left, rcSrc.top), second.Pitch(), rcSrc.Width(), rcSrc.Height(), Opacity(alpha));
     return 1;
 }
 
@@ -153,6 +153,6 @@ int CSurface::AlphaConstTransBlt(int x, int y, CSurface& src, int alpha, DWORD k
     }
     unsigned char* const pixels = target.At(rcDst.left, rcDst.top);
     AlphaConstTransRect(pixels, target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(), pixels,
-                        target.Pitch(), rcSrc.Width(), rcSrc.Height(), alpha, RGB2COLOR(key));
+                        target.Pitch(), rcSrc.Width(), rcSrc.Height(), Opacity(alpha), RGB2COLOR(key));
     return 1;
 }

@@ -4,6 +4,25 @@
 #include "rastel/display/display_manager.h"
 #include "rastel/surface/surface.h"
 
+namespace {
+
+// The same store may be held by nobody else: its count must not pass through 0.
+template <class Store>
+void Replace(Store*& held, Store* next) {
+    if (held == next) {
+        return;
+    }
+    if (held) {
+        held->Release();
+    }
+    held = next;
+    if (held) {
+        held->AddRef();
+    }
+}
+
+}   // namespace
+
 CAdvSurface::CAdvSurface() = default;
 
 CAdvSurface::~CAdvSurface() {
@@ -42,14 +61,7 @@ void CAdvSurface::Destroy() {
 }
 
 void CAdvSurface::SetSurface(CSurface* pSurface) {
-    // The new reference comes before the old one goes: they may be the same store, held by nobody else.
-    if (pSurface) {
-        pSurface->AddRef();
-    }
-    if (m_pSurface) {
-        m_pSurface->Release();
-    }
-    m_pSurface = pSurface;
+    Replace(m_pSurface, pSurface);
     if (!m_pSurface) {
         return;
     }
@@ -63,13 +75,7 @@ void CAdvSurface::SetSurface(CSurface* pSurface) {
 void CAdvSurface::SetAlphaChannel(CAlphaChannel* pAlphaChannel) {
     const bool fits = pAlphaChannel &&
                       (!m_pSurface || (pAlphaChannel->GetWidth() == m_Width && pAlphaChannel->GetHeight() == m_Height));
-    if (fits) {
-        pAlphaChannel->AddRef();   // before the old one goes, as in SetSurface
-    }
-    if (m_pAlphaChannel) {
-        m_pAlphaChannel->Release();
-    }
-    m_pAlphaChannel = fits ? pAlphaChannel : nullptr;
+    Replace(m_pAlphaChannel, fits ? pAlphaChannel : nullptr);
 }
 
 HDC CAdvSurface::GetDC() {
@@ -83,7 +89,11 @@ void CAdvSurface::ReleaseDC(HDC hDC) {
 }
 
 unsigned char* CAdvSurface::LockData() {
-    return m_pSurface ? m_pSurface->LockData() : nullptr;
+    unsigned char* const bits = m_pSurface ? m_pSurface->LockData() : nullptr;
+    if (bits) {
+        m_Pitch = m_pSurface->GetPitch();   // a store on a device may have another one each time
+    }
+    return bits;
 }
 
 void CAdvSurface::UnlockData() {

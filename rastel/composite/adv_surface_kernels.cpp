@@ -2,22 +2,22 @@
 #include "rastel/alpha/alpha_channel.h"
 #include "rastel/composite/adv_kernels.h"
 #include "rastel/composite/adv_surface.h"
+#include "rastel/surface/bounds.h"
 #include "rastel/surface/kernels.h"
 #include "rastel/surface/pixel_lock.h"
 #include "rastel/surface/surface.h"
 
+using rastel::Covers;
+using rastel::IsEmpty;
 using rastel::PixelLock;
 using rastel::kernels::Rows;
 
 namespace {
 
-// The explicit plane is clipped, the source isn't: it must cover the same rectangle.
-bool IsInside(const CRect& rect, const CSurfaceBase& store) {
-    return rect.left >= 0 && rect.top >= 0 && rect.right <= store.GetWidth() && rect.bottom <= store.GetHeight();
-}
-
-bool IsEmpty(const CRect& rect) {
-    return rect.Width() < 1 || rect.Height() < 1;
+// A composite's own sizes were those of its stores when it got them; a host can make a store anew since.
+bool TakesAt(int x, int y, const CRect& rect, const CSurfaceBase* colors, const CSurfaceBase* plane) {
+    const CRect drawn(x, y, x + rect.Width(), y + rect.Height());
+    return colors && plane && Covers(*colors, drawn) && Covers(*plane, drawn);
 }
 
 // What is left of the target's coverage `da` under the coverage `a`. Blend and colour blend truncate on opposite sides.
@@ -80,7 +80,10 @@ struct CAdvSurface::AdvRows {
 // The colours of the composite, its plane, the source's colours and the given plane are locked in this order.
 template <class Draw>
 int CAdvSurface::BlendAdv(int x, int y, CAdvSurface& src, CAlphaChannel& alpha, const CRect& rcSrc, Draw draw) {
-    if (!m_pAlphaChannel || (!IsEmpty(rcSrc) && !IsInside(rcSrc, src))) {
+    // The given plane was clipped, the source wasn't: it must cover the same rectangle.
+    const bool reaches = src.m_pSurface && Covers(*src.m_pSurface, rcSrc) && Covers(alpha, rcSrc) &&
+                         TakesAt(x, y, rcSrc, m_pSurface, m_pAlphaChannel);
+    if (!m_pAlphaChannel || (!IsEmpty(rcSrc) && !reaches)) {
         return 0;
     }
     const PixelLock colors(*this);
@@ -105,7 +108,8 @@ int CAdvSurface::BlendAdv(int x, int y, CAdvSurface& src, CAlphaChannel& alpha, 
 
 template <class Draw>
 int CAdvSurface::BlendColorAdv(int x, int y, CAlphaChannel& alpha, const CRect& rcSrc, Draw draw) {
-    if (!m_pAlphaChannel) {
+    if (!m_pAlphaChannel ||
+        (!IsEmpty(rcSrc) && !(Covers(alpha, rcSrc) && TakesAt(x, y, rcSrc, m_pSurface, m_pAlphaChannel)))) {
         return 0;
     }
     const PixelLock colors(*this);

@@ -54,16 +54,20 @@ CAlphaChannel* CAdvSurface::MakeMask(int border, unsigned char outside, unsigned
     if (!mask) {
         return nullptr;
     }
-    mask->Fill(nullptr, outside, nullptr);
+    if (!mask->Fill(nullptr, outside, nullptr)) {
+        return nullptr;
+    }
     if (m_pAlphaChannel) {
-        mask->CopyBlt(border, border, *m_pAlphaChannel, nullptr, nullptr);
-        mask->TressHold(128, outside, inside);
-        return mask.release();
+        const bool made =
+            mask->CopyBlt(border, border, *m_pAlphaChannel, nullptr, nullptr) && mask->TressHold(128, outside, inside);
+        return made ? mask.release() : nullptr;
     }
     if (GetColorKey() == noColorKey) {
         CRect inner(border, border, mask->GetWidth() - border, mask->GetHeight() - border);
-        mask->Fill(&inner, inside, nullptr);
-        return mask.release();
+        return mask->Fill(&inner, inside, nullptr) ? mask.release() : nullptr;
+    }
+    if (!m_pSurface || m_pSurface->GetWidth() < m_Width || m_pSurface->GetHeight() < m_Height) {
+        return nullptr;   // the store was made anew behind our back
     }
 
     const DWORD key = CSurface::RGB2COLOR(GetColorKey());

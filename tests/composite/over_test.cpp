@@ -7,6 +7,7 @@
 #include "rastel/surface/kernels.h"
 #include "tests/composite/composite_fixture.h"
 
+using rastel::Reference;
 using rastel::test::Bytes;
 using rastel::test::CompositeTest;
 using rastel::test::OpenComposite;
@@ -156,6 +157,28 @@ TEST_F(OverTest, LocksComeInOrderAndRefusalsUndoThem) {
     EXPECT_EQ(target.AlphaBlt(0, 0, little, alpha, nullptr, nullptr), 0);   // the source doesn't cover the plane
     EXPECT_EQ(target.AlphaBlt(0, 0, source, small, nullptr, nullptr), 1);
     EXPECT_EQ(bare.InternalAlphaBltAdvMMX(0, 0, source, alpha, all), 0);   // no plane to maintain
+}
+
+// A host can make a store anew behind the composite that holds it.
+TEST_F(OverTest, StoresThatShrankAreNotDrawnBeyond) {
+    Plane alpha(16, 16);
+    for (const int which : {0, 1, 2}) {
+        OpenComposite to(16, 16, 1), from(16, 16, 1);
+        if (which == 0) {
+            to.GetAlphaChannel()->Initialize(4, 4);
+        } else if (which == 1) {
+            to.GetSurface()->InitializeSurface(4, 4);
+        } else {
+            from.GetSurface()->InitializeSurface(4, 4);
+        }
+        EXPECT_EQ(to.AlphaBlt(0, 0, from, alpha, nullptr, nullptr), 0);
+        if (which != 2) {
+            EXPECT_EQ(to.AlphaColorBlt(0, 0, 1, alpha, nullptr, nullptr), 0);
+        }
+        from.SetAlphaChannel(nullptr);
+        from.SetColorKey(0);
+        EXPECT_EQ(Reference<CAlphaChannel>(from.MakeMask(1, 0, 255)) == nullptr, which == 2);
+    }
 }
 
 }   // namespace
