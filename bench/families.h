@@ -12,5 +12,9 @@ void AddShadow(Suite& suite);
 void AddStretch(Suite& suite);
 void AddPlaneValues(Suite& suite);
 void AddPlaneMasks(Suite& suite);
+void AddBlendPlane(Suite& suite);
+void AddBlendConstant(Suite& suite);
+void AddBlendComposite(Suite& suite);
+void AddFilters(Suite& suite);
 
 }   // namespace rastel::bench

@@ -62,6 +62,46 @@ inline std::uint32_t* PixmanBits(Area area) {
 }   // namespace rastel::bench
 #endif
 
+#if defined(RASTEL_BENCH_HAS_CAIRO)
+#include <cairo.h>
+
+namespace rastel::bench {
+
+struct CairoDestroy {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+    void operator()(cairo_t* context) const { cairo_destroy(context); }
+};
+using CairoOwner = std::shared_ptr<cairo_surface_t>;
+using CairoContext = std::shared_ptr<cairo_t>;
+
+inline CairoOwner CairoSurface(CSurfaceBase& store) {
+    const Area area = PixelsOf(store);
+    return CairoOwner(cairo_image_surface_create_for_data(
+                          area.at, store.GetBytesPrPixel() == 4 ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_A8,
+                          store.GetWidth(), store.GetHeight(), area.pitch),
+                      CairoDestroy());
+}
+
+template <class Pick>
+std::vector<CairoOwner> CairoSurfaces(const Scene& scene, Pick pick) {
+    std::vector<CairoOwner> surfaces;
+    for (unsigned i = 0; i < roundCount; ++i) {
+        surfaces.push_back(CairoSurface(*pick(scene.At(i))));
+    }
+    return surfaces;
+}
+
+inline std::vector<CairoContext> CairoTargets(const Scene& scene) {
+    std::vector<CairoContext> contexts;
+    for (const CairoOwner& surface : CairoSurfaces(scene, [](const Round& r) { return r.target; })) {
+        contexts.emplace_back(cairo_create(surface.get()), CairoDestroy());
+    }
+    return contexts;
+}
+
+}   // namespace rastel::bench
+#endif
+
 #if defined(RASTEL_BENCH_HAS_SDL2)
 #include <SDL.h>
 

@@ -43,6 +43,22 @@ void Paint(CAlphaChannel& plane, unsigned seed) {
     }
 }
 
+// Strokes of a few pixels with soft edges, on lines with gaps between them.
+void PaintInk(CAlphaChannel& plane, unsigned seed) {
+    constexpr int linePitch = 20, lineHeight = 13;
+    std::minstd_rand random(seed);
+    const Area area = PixelsOf(plane);
+    for (int y = 0; y < plane.GetHeight(); ++y) {
+        BYTE* const row = area.at + static_cast<std::ptrdiff_t>(y) * area.pitch;
+        for (int x = 0; y % linePitch < lineHeight && x + 4 <= plane.GetWidth();
+             x += 4 + static_cast<int>(random() >> 8) % 9) {
+            row[x] = static_cast<BYTE>(random() >> 8);
+            row[x + 1] = 255;
+            row[x + 2] = static_cast<BYTE>(random() >> 8);
+        }
+    }
+}
+
 Area Inside(Area whole, int x, int y, int bytesPerPixel) {
     return {whole.at + static_cast<std::ptrdiff_t>(y) * whole.pitch + x * bytesPerPixel, whole.pitch};
 }
@@ -67,11 +83,13 @@ Scene::Scene(CDisplayManager& manager, Size size) : manager_(manager), size_(siz
         b.noise = Owned<SurfaceOwner>(manager.CreateSurface(w, h));
         b.target = Owned<SurfaceOwner>(manager.CreateSurface(w + targetMargin, h + targetMargin));
         b.plane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w, h));
+        b.inkPlane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w, h));
         b.targetPlane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w + targetMargin, h + targetMargin));
         Paint(*b.sprite, 3 * i + 1, 24);
         Paint(*b.noise, 3 * i + 2, 1);
         Paint(*b.target, 3 * i + 3, 24);
         Paint(*b.plane, 2 * i + 1);
+        PaintInk(*b.inkPlane, i + 1);
         Paint(*b.targetPlane, 2 * i + 2);
         buffers_.push_back(std::move(b));
     }
@@ -87,10 +105,12 @@ Scene::Scene(CDisplayManager& manager, Size size) : manager_(manager), size_(siz
         r.noise = b.noise.get();
         r.target = b.target.get();
         r.plane = b.plane.get();
+        r.inkPlane = b.inkPlane.get();
         r.targetPlane = b.targetPlane.get();
         r.fromSprite = PixelsOf(*b.sprite);
         r.fromNoise = PixelsOf(*b.noise);
         r.fromPlane = PixelsOf(*b.plane);
+        r.fromInkPlane = PixelsOf(*b.inkPlane);
         r.wholeTarget = PixelsOf(*b.target);
         r.wholeTargetPlane = PixelsOf(*b.targetPlane);
         r.to = Inside(r.wholeTarget, r.x, r.y, 4);

@@ -36,11 +36,12 @@ struct Round {
     CSurface* sprite;   // runs of colours with alpha 255 between runs of 0
     CSurface* noise;    // the same two kinds of pixels, at random
     CSurface* target;
-    CAlphaChannel* plane;
+    CAlphaChannel* plane;      // bytes at random
+    CAlphaChannel* inkPlane;   // as a page of text has them: mostly 0
     CAlphaChannel* targetPlane;
 
     // The same pixels for those who know no Rastel: whole stores, and for `to` and `toPlane` the corner at (x, y).
-    Area fromSprite, fromNoise, fromPlane;
+    Area fromSprite, fromNoise, fromPlane, fromInkPlane;
     Area wholeTarget, wholeTargetPlane, to, toPlane;
 };
 
@@ -61,7 +62,7 @@ public:
 private:
     struct Buffers {
         SurfaceOwner sprite, noise, target, wide;
-        PlaneOwner plane, targetPlane;
+        PlaneOwner plane, inkPlane, targetPlane;
     };
 
     CDisplayManager& manager_;
