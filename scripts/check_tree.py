@@ -12,7 +12,7 @@ LONGEST_FILE = 600
 
 # Which folders of rastel/ a folder may include besides its own.
 LOWER = {
-    "math": set(),
+    "math": {"platform"},
     "platform": set(),
     "image": {"platform"},
     "surface": {"image", "platform"},

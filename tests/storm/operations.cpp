@@ -6,6 +6,7 @@
 #include "rastel/alpha/dib_alpha_channel.h"
 #include "rastel/composite/adv_surface.h"
 #include "rastel/image/dib.h"
+#include "rastel/raster/face3d.h"
 #include "rastel/surface/dib_surface.h"
 #include "rastel/surface/pixel_lock.h"
 
@@ -265,6 +266,94 @@ int ApplyKey(Scene& scene) {
     return composites.source.ApplyTransparentColorToAlpha();
 }
 
+// Mostly near the target and inside the source, so that most faces keep their promises.
+FACE3D Face(Scene& scene, const CSurfaceBase& source) {
+    FACE3D face;
+    for (auto& vertex : face.vertices) {
+        vertex.x = scene.Position() + scene.Pick(0, 40);
+        vertex.y = scene.Pick(0, 3) ? scene.Pick(-10, 50) : scene.Pick(0, 2) * 10;
+        vertex.u = scene.Pick(0, source.GetWidth() - (scene.Pick(0, 19) ? 1 : 0));
+        vertex.v = scene.Pick(0, source.GetHeight() - (scene.Pick(0, 19) ? 1 : 0));
+    }
+    return face;
+}
+
+int TexturedTriangle(Scene& scene) {
+    FACE3D face = Face(scene, scene.Source());
+    return scene.Target().BltTexturedTriangle(face, scene.Source(), scene.RectOrNull());
+}
+
+int TexturedTriangleTrans(Scene& scene) {
+    FACE3D face = Face(scene, scene.Source());
+    const DWORD key = scene.Color();
+    return scene.Target().BltTexturedTriangleTrans(face, scene.Source(), key, scene.RectOrNull());
+}
+
+int TexturedTriangleAlpha(Scene& scene) {
+    FACE3D face = Face(scene, scene.Source());
+    return scene.Target().BltTexturedTriangleAlpha(face, scene.Source(), scene.SourcePlane(), scene.RectOrNull());
+}
+
+int TexturedTriangleOfPlanes(Scene& scene) {
+    FACE3D face = Face(scene, scene.SourcePlane());
+    return scene.TargetPlane().BltTexturedTriangle(face, scene.SourcePlane(), scene.RectOrNull());
+}
+
+struct Corners {
+    explicit Corners(Scene& scene) {
+        for (CPoint& point : points) {
+            const int x = scene.Position(), y = scene.Position();
+            const int dx = scene.Pick(0, 1) * 25, dy = scene.Pick(0, 1) * 25;
+            point = CPoint(x, y) + CSize(dx, dy);
+        }
+    }
+    CPoint points[4];
+};
+
+int QuadOfPlanes(Scene& scene) {
+    Corners corners(scene);
+    CRect* const source = scene.RectOrNull();
+    return scene.TargetPlane().BltTexture(corners.points, nullptr, scene.SourcePlane(), source, scene.RectOrNull());
+}
+
+int QuadOfComposites(Scene& scene) {
+    Composites composites(scene);
+    Corners corners(scene);
+    CRect* const source = scene.RectOrNull();
+    return composites.target.BltTexture(corners.points, composites.source, source, scene.RectOrNull());
+}
+
+// Between planes a turned rectangle takes memory for its whole bounding box, so it stays near.
+struct Turn {
+    explicit Turn(Scene& scene) {
+        const int left = scene.Pick(-20, 20), top = scene.Pick(-20, 20);
+        const int width = scene.Pick(0, 60), height = scene.Pick(0, 60);
+        target = CRect(left, top, left + width, top + height);
+        angle = scene.Pick(0, 5) ? scene.Pick(-70, 70) / 10.0 : 0;
+        const int x = scene.Pick(-10, 40), y = scene.Pick(-10, 40);
+        centre = CPoint(x, y);
+        source = scene.RectOrNull();
+        clip = scene.RectOrNull();
+    }
+    CRect target;
+    CRect *source, *clip;
+    CPoint centre;
+    double angle;
+};
+
+int RotatePlane(Scene& scene) {
+    Turn turn(scene);
+    return scene.TargetPlane().BltRotate(scene.Pick(0, 3) ? &turn.target : nullptr, turn.angle, turn.centre,
+                                         scene.SourcePlane(), turn.source, turn.clip);
+}
+
+int RotateComposite(Scene& scene) {
+    Composites composites(scene);
+    Turn turn(scene);
+    return composites.target.BltRotate(scene.Pick(0, 3) ? &turn.target : nullptr, turn.angle, turn.centre,
+                                       composites.source, turn.source, turn.clip);
+}
+
 constexpr bool formsDiffer = true;
 
 const std::vector<Operation> operations = {
@@ -301,6 +390,14 @@ const std::vector<Operation> operations = {
     {"CAdvSurface::AlphaConstBlt", CompositeFade, formsDiffer},
     {"CAdvSurface::MakeMask", MakeMask},
     {"CAdvSurface::ApplyTransparentColorToAlpha", ApplyKey},
+    {"CSurface::BltTexturedTriangle", TexturedTriangle},
+    {"CSurface::BltTexturedTriangleTrans", TexturedTriangleTrans},
+    {"CSurface::BltTexturedTriangleAlpha", TexturedTriangleAlpha},
+    {"CAlphaChannel::BltTexturedTriangle", TexturedTriangleOfPlanes},
+    {"CAlphaChannel::BltTexture", QuadOfPlanes},
+    {"CAlphaChannel::BltRotate", RotatePlane},
+    {"CAdvSurface::BltTexture", QuadOfComposites},
+    {"CAdvSurface::BltRotate", RotateComposite, formsDiffer},
 };
 
 }   // namespace

@@ -1,0 +1,75 @@
+// What texels do to pixels of the target, in four ways. A step is built over locked stores and knows nothing of
+// triangles.
+//
+// A copy is drawn straight into the target. The others go through it: their texels are copied side by side into a
+// scratch row first, so that what they do there, Combine, is a plain loop over neighbours.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "rastel/platform/types.h"
+#include "rastel/surface/kernels.h"
+#include "rastel/surface/pixel_lock.h"
+
+namespace rastel::raster {
+
+// The texel as it is: a colour with all four bytes, or a byte of a plane.
+template <int bytesPerPixel>
+struct CopyStep {
+    static constexpr int pixelBytes = bytesPerPixel;
+
+    explicit CopyStep(const PixelLock& texture) : bits(texture.At(0, 0)), pitch(texture.Pitch()) {}
+
+    const BYTE* At(int u, int v) const { return bits + v * pitch + static_cast<std::ptrdiff_t>(u) * pixelBytes; }
+    void DrawTexel(BYTE* target, int u, int v) const { std::memcpy(target, At(u, v), pixelBytes); }
+
+    const BYTE* bits;
+    std::ptrdiff_t pitch;
+};
+
+// The colour with alpha byte 0, unless its 24 bits equal the key's; then the target stays.
+struct KeyStep {
+    static constexpr int pixelBytes = 4;
+
+    void Combine(BYTE* target, const BYTE* texels, int count) const {
+        kernels::Rows().keyCopyRect(target, 0, texels, 0, count, 1, key);
+    }
+    void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), 1); }
+
+    CopyStep<4> source;
+    DWORD key;   // 0x00RRGGBB
+};
+
+// For each of the three colour bytes (t * (256 - w) + s * w) >> 8, with w = a * 256 / 255 and a the plane's byte at the
+// texel; the target's alpha byte stays.
+struct BlendStep {
+    static constexpr int pixelBytes = 4;
+
+    static void Combine(BYTE* target, const BYTE* texels, const BYTE* coverage, int count) {
+        for (int i = 0; i < count; ++i, target += pixelBytes, texels += pixelBytes) {
+            const DWORD a = coverage[i];
+            const DWORD weight = a + (a == 255 ? 1 : 0);   // a * 256 / 255, cut off
+            DWORD s, t;
+            std::memcpy(&s, texels, sizeof(s));
+            std::memcpy(&t, target, sizeof(t));
+            const std::uint64_t mixed = Spread(t) * (256 - weight) + Spread(s) * weight;
+            t = (t & 0xFF000000) | (static_cast<DWORD>(mixed >> 8) & 0x00FF00FF) |
+                (static_cast<DWORD>(mixed >> 32) & 0x0000FF00);
+            std::memcpy(target, &t, sizeof(t));
+        }
+    }
+    void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), plane.At(u, v), 1); }
+
+    CopyStep<4> source;
+    CopyStep<1> plane;
+
+private:
+    // Blue, red and green in 16 bits each, which 255 * 256 fits.
+    static std::uint64_t Spread(DWORD pixel) {
+        return (pixel & 0x00FF00FF) | static_cast<std::uint64_t>(pixel & 0x0000FF00) << 24;
+    }
+};
+
+}   // namespace rastel::raster

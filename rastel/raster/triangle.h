@@ -1,0 +1,45 @@
+// What the four triangle operations share around the walk: the clip, what needs no lock, and the choice between the
+// fast walk and the one that minds every texel.
+#pragma once
+
+#include "rastel/platform/framework.h"
+#include "rastel/raster/face3d.h"
+#include "rastel/raster/texture_spans.h"
+#include "rastel/raster/triangle_walk.h"
+#include "rastel/surface/pixel_lock.h"
+
+namespace rastel::raster {
+
+CRect ClipOf(const CSurfaceBase& target, const CRect* pClip);   // the whole target, cut by *pClip
+
+// Wholly to one side of the clip, or collapsed to a vertical or level line.
+bool HasNothingToDraw(const FACE3D& face, const CRect& clip);
+
+// Within the limits in which 32 bits are enough and no texel lies outside a texture of that size.
+bool KeepsLimits(const FACE3D& face, int textureWidth, int textureHeight);
+
+// The stores are locked. Texels stay within the given size, whatever the face asks for.
+template <class Step>
+void DrawTriangle(const PixelLock& target, const FACE3D& face, const CRect& clip, int textureWidth, int textureHeight,
+                  Step step) {
+    BYTE* const bits = target.At(0, 0);
+    const std::ptrdiff_t pitch = target.Pitch();
+    const auto pixelAt = [=](const auto& span) {
+        return bits + span.y * pitch + static_cast<std::ptrdiff_t>(span.x) * Step::pixelBytes;
+    };
+    if (KeepsLimits(face, textureWidth, textureHeight)) {
+        const auto draw = [=](const Span<std::int32_t>& span) {
+            DrawSpan(step, pixelAt(span), span.last - span.x + 1,
+                     {static_cast<DWORD>(span.u), static_cast<DWORD>(span.v), static_cast<DWORD>(span.stepU),
+                      static_cast<DWORD>(span.stepV)});
+        };
+        TriangleWalk<std::int32_t, decltype(draw)>(face, clip, draw).Run();
+    } else if (textureWidth > 0 && textureHeight > 0) {
+        const auto draw = [=](const Span<std::int64_t>& span) {
+            DrawSpanGuarded(step, pixelAt(span), span, textureWidth, textureHeight);
+        };
+        TriangleWalk<std::int64_t, decltype(draw)>(face, clip, draw).Run();
+    }
+}
+
+}   // namespace rastel::raster
