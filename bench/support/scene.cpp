@@ -51,7 +51,7 @@ void PaintInk(CAlphaChannel& plane, unsigned seed) {
     for (int y = 0; y < plane.GetHeight(); ++y) {
         BYTE* const row = area.at + static_cast<std::ptrdiff_t>(y) * area.pitch;
         for (int x = 0; y % linePitch < lineHeight && x + 4 <= plane.GetWidth();
-             x += 4 + static_cast<int>(random() >> 8) % 9) {
+             x += 4 + static_cast<int>(random() >> 8) % 25) {
             row[x] = static_cast<BYTE>(random() >> 8);
             row[x + 1] = 255;
             row[x + 2] = static_cast<BYTE>(random() >> 8);

@@ -42,7 +42,6 @@ public:
           elements_(new (std::nothrow) Element[size_]()) {}
     explicit operator bool() const { return elements_ != nullptr; }
     Element* First() { return elements_.get() + before_; }
-    void Clear() { std::fill_n(elements_.get(), size_, Element{}); }
 
 private:
     int before_;
@@ -87,18 +86,15 @@ CAlphaChannel* CAlphaChannel::Expand(int radius, int value) {
     if (!target) {
         return nullptr;
     }
-    const int window = 2 * radius + 1, count = m_Width + 2 * radius;
-    PaddedRow<BYTE> counts(m_Width, 0), spread(count, window);
+    const int window = 2 * radius + 1;
+    PaddedRow<BYTE> counts(m_Width, 0);
     const auto move = [&](const BYTE* entering, const BYTE* leaving) {
         Rows().countColumns(counts.First(), entering, leaving, m_Width);
     };
     const auto emit = [&](BYTE* row) {
-        spread.Clear();
-        std::copy_n(counts.First(), m_Width, spread.First());
-        Rows().dilateRow(row, spread.First(), count, window, static_cast<BYTE>(value));
+        Rows().dilateRow(row, counts.First(), m_Width, window, static_cast<BYTE>(value));
     };
-    const bool hasMemory = counts && spread;
-    return hasMemory && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
+    return counts && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
 }
 
 CAlphaChannel* CAlphaChannel::Blur(int radius) {

@@ -8,21 +8,11 @@
 
 #include "rastel/platform/types.h"
 #include "rastel/raster/texture_steps.h"
+#include "rastel/surface/texel_walk.h"
 
 namespace rastel::raster {
 
-// The texel of a span's first pixel and the way to the next, in 16.16. Sums wrap.
-struct TexelWalk {
-    DWORD u, v;
-    DWORD stepU, stepV;
-
-    int Column() const { return static_cast<int>(u >> 16); }
-    int Row() const { return static_cast<int>(v >> 16); }
-    TexelWalk After(int pixels) const {
-        const auto count = static_cast<DWORD>(pixels);
-        return {u + stepU * count, v + stepV * count, stepU, stepV};
-    }
-};
+using kernels::TexelWalk;
 
 // On one row of the texture, with steps of nearly one texel: runs of texels that lie side by side, broken where the
 // steps' difference from one texel has summed up to one.
@@ -68,18 +58,12 @@ void CopyAlongRow(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWa
 // Across the rows of the texture.
 template <int bytesPerPixel>
 void CopyAcross(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk walk) {
-    const auto texel = [&](int i) {
-        const TexelWalk at = walk.After(i);
-        step.DrawTexel(target + i * bytesPerPixel, at.Column(), at.Row());
-    };
-    for (; count >= 4; count -= 4, target += 4 * bytesPerPixel, walk = walk.After(4)) {
-        texel(0);
-        texel(1);
-        texel(2);
-        texel(3);
-    }
-    for (int i = 0; i < count; ++i) {
-        texel(i);
+    constexpr int longSpan = 16;   // below, the call costs more than it saves
+    if (bytesPerPixel == 4 && count >= longSpan) {
+        kernels::Rows().textureRow(target, step.bits, static_cast<int>(step.pitch), count, walk.u, walk.v, walk.stepU,
+                                   walk.stepV);
+    } else {
+        kernels::TexelsInTurn<bytesPerPixel>(target, step.bits, step.pitch, count, walk);
     }
 }
 

@@ -48,28 +48,12 @@ struct BlendStep {
     static constexpr int pixelBytes = 4;
 
     static void Combine(BYTE* target, const BYTE* texels, const BYTE* coverage, int count) {
-        for (int i = 0; i < count; ++i, target += pixelBytes, texels += pixelBytes) {
-            const DWORD a = coverage[i];
-            const DWORD weight = a + (a == 255 ? 1 : 0);   // a * 256 / 255, cut off
-            DWORD s, t;
-            std::memcpy(&s, texels, sizeof(s));
-            std::memcpy(&t, target, sizeof(t));
-            const std::uint64_t mixed = Spread(t) * (256 - weight) + Spread(s) * weight;
-            t = (t & 0xFF000000) | (static_cast<DWORD>(mixed >> 8) & 0x00FF00FF) |
-                (static_cast<DWORD>(mixed >> 32) & 0x0000FF00);
-            std::memcpy(target, &t, sizeof(t));
-        }
+        kernels::Rows().textureBlendRow(target, texels, coverage, count);
     }
     void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), plane.At(u, v), 1); }
 
     CopyStep<4> source;
     CopyStep<1> plane;
-
-private:
-    // Blue, red and green in 16 bits each, which 255 * 256 fits.
-    static std::uint64_t Spread(DWORD pixel) {
-        return (pixel & 0x00FF00FF) | static_cast<std::uint64_t>(pixel & 0x0000FF00) << 24;
-    }
 };
 
 }   // namespace rastel::raster

@@ -75,9 +75,17 @@ struct RowTable {
     void (*boxRow)(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window);
     // How many rows of the window are not zero there: counts[x] changes by what enters and what leaves.
     void (*countColumns)(BYTE* counts, const BYTE* entering, const BYTE* leaving, int width);
-    // target[x] = value where any of spread[x - window + 1] ... spread[x] isn't zero, else 0. Destroys `spread`, which
-    // has `window` zeros before it and may be changed up to filterPadding elements beyond `count`.
-    void (*dilateRow)(BYTE* target, BYTE* spread, int count, int window, BYTE value);
+    // A row of width + window - 1 bytes, window up to 64: target[x] = value where any of counts[x - window + 1] ...
+    // counts[x] isn't zero, else 0. Zeros follow `counts` up to filterPadding elements beyond `width`.
+    void (*dilateRow)(BYTE* target, const BYTE* counts, int width, int window, BYTE value);
+
+    // Texels side by side: pixel i is the source's at column (u + i * stepU) >> 16 of row (v + i * stepV) >> 16. Sums
+    // wrap; all texels lie inside the source, below 32768 both ways.
+    void (*textureRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                       DWORD stepV);
+    // For each colour byte (target * (256 - w) + source * w) >> 8, w the plane's byte, but 256 for 255; the target
+    // keeps its alpha byte.
+    void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);
 };
 
 constexpr int filterPadding = 64;

@@ -6,6 +6,7 @@
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/texel_walk.h"
 
 namespace rastel::kernels {
 
@@ -142,7 +143,38 @@ struct Vec {
                                    quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
     }
 
+    // Texels, eight at a time, as many as make whole vectors; how many those were. Rows and columns fit 16 bits, and so
+    // does a pitch of whole pixels, or none are gathered.
+    static int GatherTexels(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
+        const int pitchPixels = pitch / 4;
+        if (pitch % 4 != 0 || pitchPixels > 32767 || pitchPixels < -32768) {
+            return 0;
+        }
+        const V order = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
+        const auto lanes = [=](DWORD first, DWORD step) {
+            return Add32(Set32(first), _mm256_mullo_epi32(order, Set32(step)));
+        };
+        V u = lanes(walk.u, walk.stepU), v = lanes(walk.v, walk.stepV);
+        const V nextU = Set32(walk.stepU * 8), nextV = Set32(walk.stepV * 8);
+        const V factors = Set32((static_cast<DWORD>(pitchPixels) & 0xFFFF) | 0x10000);
+        int x = 0;
+        for (; x + 8 <= count; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
+            const V rowsAndColumns = _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA);
+            const V indexes = _mm256_madd_epi16(rowsAndColumns, factors);
+            Store(target + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(source), indexes, 4));
+        }
+        return x;
+    }
+
     // Filters.
+    static DWORD SignBits(V a) { return static_cast<DWORD>(_mm256_movemask_epi8(a)); }
+    static V BytesOfBits(DWORD bits) {   // 255 for each bit that is set
+        const V inBytes =
+            _mm256_shuffle_epi8(Set32(bits), _mm256_setr_epi8(0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 2, 2, 2,
+                                                              2, 2, 2, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3));
+        const V ownBit = Set64(0x8040201008040201);
+        return Equal8(And(inBytes, ownBit), ownBit);
+    }
     static V Equal8(V a, V b) { return _mm256_cmpeq_epi8(a, b); }
     static V Subtract8(V a, V b) { return _mm256_sub_epi8(a, b); }
     static V NarrowToWords(V first, V second) { return _mm256_packs_epi32(first, second); }   // as PixelWords has them
@@ -174,6 +206,8 @@ struct Vec {
 #include "rastel/surface/blend_bodies.inc"
 
 #include "rastel/surface/filter_bodies.inc"
+
+#include "rastel/surface/texture_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 

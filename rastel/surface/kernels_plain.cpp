@@ -4,6 +4,7 @@
 
 #include "rastel/surface/blend_plain.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/texel_walk.h"
 
 namespace rastel::kernels {
 
@@ -184,11 +185,25 @@ void CountColumns(BYTE* counts, const BYTE* entering, const BYTE* leaving, int w
     }
 }
 
-void DilateRow(BYTE* target, BYTE* spread, int count, int window, BYTE value) {
+void DilateRow(BYTE* target, const BYTE* counts, int width, int window, BYTE value) {
     int sinceLast = window;
-    for (int x = 0; x < count; ++x) {
-        sinceLast = spread[x] != 0 ? 0 : sinceLast + 1;
+    for (int x = 0; x < width + window - 1; ++x) {
+        sinceLast = x < width && counts[x] != 0 ? 0 : sinceLast + 1;
         target[x] = sinceLast < window ? value : 0;
+    }
+}
+
+void TextureRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                DWORD stepV) {
+    TexelsInTurn(target, source, sourcePitch, count, {u, v, stepU, stepV});
+}
+
+void TextureBlendRow(BYTE* target, const BYTE* source, const BYTE* alpha, int count) {
+    for (int i = 0; i < count; ++i, target += 4, source += 4) {
+        const int weight = alpha[i] * 256 / 255;
+        for (int c = 0; c < 3; ++c) {
+            target[c] = static_cast<BYTE>((target[c] * (256 - weight) + source[c] * weight) >> 8);
+        }
     }
 }
 
@@ -222,6 +237,8 @@ const RowTable plainTable = {
     .boxRow = BoxRow,
     .countColumns = CountColumns,
     .dilateRow = DilateRow,
+    .textureRow = TextureRow,
+    .textureBlendRow = TextureBlendRow,
 };
 
 }   // namespace rastel::kernels

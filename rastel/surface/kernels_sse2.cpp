@@ -6,6 +6,7 @@
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/texel_walk.h"
 
 namespace rastel::kernels {
 
@@ -113,7 +114,16 @@ struct Vec {
                    _mm_set1_epi16(-32768));
     }
 
+    static int GatherTexels(BYTE*, const BYTE*, int, int, const TexelWalk&) { return 0; }
+
     // Filters.
+    static DWORD SignBits(V a) { return static_cast<DWORD>(_mm_movemask_epi8(a)); }
+    static V BytesOfBits(DWORD bits) {   // 255 for each bit that is set
+        const V once = _mm_cvtsi32_si128(static_cast<int>(bits));
+        const V fourTimes = _mm_shufflelo_epi16(_mm_unpacklo_epi8(once, once), _MM_SHUFFLE(1, 1, 0, 0));
+        const V ownBit = Set64(0x8040201008040201);
+        return Equal8(And(_mm_shuffle_epi32(fourTimes, _MM_SHUFFLE(1, 1, 0, 0)), ownBit), ownBit);
+    }
     static V Equal8(V a, V b) { return _mm_cmpeq_epi8(a, b); }
     static V Subtract8(V a, V b) { return _mm_sub_epi8(a, b); }
     static V NarrowToWords(V first, V second) { return _mm_packs_epi32(first, second); }   // as PixelWords has them
@@ -140,6 +150,8 @@ struct Vec {
 #include "rastel/surface/blend_bodies.inc"
 
 #include "rastel/surface/filter_bodies.inc"
+
+#include "rastel/surface/texture_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 

@@ -100,16 +100,17 @@ TEST(FilterKernels, ABoxRowIsTheTruncatedAverageOfItsWindow) {
 TEST(FilterKernels, ADilatedRowCoversItsWindow) {
     ForEachRectCase([](RectCase& c) {
         const int window = 3 + 2 * static_cast<int>(c.seed % 20);   // 3 to 41
-        PaddedRow<BYTE> spread(c.width, window);
+        const int count = c.width + window - 1;
+        PaddedRow<BYTE> counts(count, window);
         for (int x = 0; x < c.width; ++x) {
-            spread.First()[x] = static_cast<BYTE>(c.random() % 24 == 0 ? 1 + c.random() % 41 : 0);
+            counts.First()[x] = static_cast<BYTE>(c.random() % 24 == 0 ? 1 + c.random() % 41 : 0);
         }
-        std::vector<BYTE> row(static_cast<std::size_t>(c.width)), expected;
-        for (int x = 0; x < c.width; ++x) {
-            const BYTE* const last = spread.First() + x + 1;
+        std::vector<BYTE> row(static_cast<std::size_t>(count)), expected;
+        for (int x = 0; x < count; ++x) {
+            const BYTE* const last = counts.First() + x + 1;
             expected.push_back(std::any_of(last - window, last, [](BYTE byte) { return byte != 0; }) ? 99 : 0);
         }
-        c.table.dilateRow(row.data(), spread.First(), c.width, window, 99);
+        c.table.dilateRow(row.data(), counts.First(), c.width, window, 99);
         ASSERT_EQ(row, expected) << c.table.name << ", width " << c.width << ", window " << window << ", seed "
                                  << c.seed;
     });
