@@ -16,5 +16,7 @@ void AddBlendPlane(Suite& suite);
 void AddBlendConstant(Suite& suite);
 void AddBlendComposite(Suite& suite);
 void AddFilters(Suite& suite);
+void AddTriangles(Suite& suite);
+void AddRotations(Suite& suite);
 
 }   // namespace rastel::bench

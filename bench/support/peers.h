@@ -130,6 +130,32 @@ std::vector<SdlOwner> SdlSurfaces(const Scene& scene, Pick pick) {
     return surfaces;
 }
 
+using SdlRendererOwner = std::shared_ptr<SDL_Renderer>;
+using SdlTextureOwner = std::shared_ptr<SDL_Texture>;
+
+// Software renderers onto the targets, and the noise pictures as textures of theirs.
+inline std::vector<SdlRendererOwner> SdlRenderers(const Scene& scene) {
+    std::vector<SdlRendererOwner> renderers;
+    for (const SdlOwner& target : SdlSurfaces(scene, [](const Round& r) { return r.target; })) {
+        // The renderer needs its surface as long as it lives.
+        renderers.emplace_back(SDL_CreateSoftwareRenderer(target.get()),
+                               [target](SDL_Renderer* renderer) { SDL_DestroyRenderer(renderer); });
+    }
+    return renderers;
+}
+
+inline std::vector<SdlTextureOwner> SdlTextures(const Scene& scene, const std::vector<SdlRendererOwner>& renderers) {
+    std::vector<SdlTextureOwner> textures;
+    const auto pictures = SdlSurfaces(scene, [](const Round& r) { return r.noise; });
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        // The texture goes before its renderer.
+        textures.emplace_back(SDL_CreateTextureFromSurface(renderers[i].get(), pictures[i].get()),
+                              [renderer = renderers[i]](SDL_Texture* texture) { SDL_DestroyTexture(texture); });
+        SDL_SetTextureBlendMode(textures.back().get(), SDL_BLENDMODE_NONE);
+    }
+    return textures;
+}
+
 inline SDL_Rect SdlRect(const Round& r) {
     return {r.x, r.y, r.width, r.height};
 }

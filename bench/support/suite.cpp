@@ -4,12 +4,6 @@
 #include <exception>
 
 namespace rastel::bench {
-namespace {
-
-constexpr Size sizes[] = {{16, 16}, {32, 32}, {256, 256}, {317, 211}, {640, 480}, {1920, 1080}};
-
-}   // namespace
-
 int Suite::Run(int argc, char** argv) {
     // Many short repetitions in random order: a quiet moment is all that a minimum needs, and nobody owns it.
     std::string defaults[] = {"--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=12",
@@ -29,7 +23,7 @@ int Suite::Run(int argc, char** argv) {
         Display display;
         Report report(aims_);
         std::map<Size, std::unique_ptr<Scene>> scenes;
-        for (const Size size : sizes) {
+        for (const Size size : sizes_) {
             for (const Contender& contender : contenders_) {
                 const std::string sizeText = std::to_string(size.width) + "x" + std::to_string(size.height);
                 report.Expect(contender.operation, sizeText, contender.name);

@@ -27,6 +27,9 @@ namespace rastel::bench {
 
 class Suite {
 public:
+    explicit Suite(std::vector<Size> sizes = {{16, 16}, {32, 32}, {256, 256}, {317, 211}, {640, 480}, {1920, 1080}})
+        : sizes_(std::move(sizes)) {}
+
     template <class Prepare>
     void AddPrepared(std::string operation, std::string contender, Prepare prepare) {
         contenders_.push_back(
@@ -77,6 +80,7 @@ private:
         }
     }
 
+    std::vector<Size> sizes_;
     std::vector<Contender> contenders_;
     std::vector<AimedRatio> aims_;
 };

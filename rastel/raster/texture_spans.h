@@ -59,9 +59,9 @@ void CopyAlongRow(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWa
 template <int bytesPerPixel>
 void CopyAcross(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk walk) {
     constexpr int longSpan = 16;   // below, the call costs more than it saves
-    if (bytesPerPixel == 4 && count >= longSpan) {
-        kernels::Rows().textureRow(target, step.bits, static_cast<int>(step.pitch), count, walk.u, walk.v, walk.stepU,
-                                   walk.stepV);
+    if (count >= longSpan) {
+        const auto copy = bytesPerPixel == 4 ? kernels::Rows().textureRow : kernels::Rows().textureBytesRow;
+        copy(target, step.bits, static_cast<int>(step.pitch), count, walk.u, walk.v, walk.stepU, walk.stepV);
     } else {
         kernels::TexelsInTurn<bytesPerPixel>(target, step.bits, step.pitch, count, walk);
     }

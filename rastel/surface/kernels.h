@@ -83,6 +83,9 @@ struct RowTable {
     // wrap; all texels lie inside the source, below 32768 both ways.
     void (*textureRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
                        DWORD stepV);
+    // The same for a plane's bytes.
+    void (*textureBytesRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                            DWORD stepV);
     // For each colour byte (target * (256 - w) + source * w) >> 8, w the plane's byte, but 256 for 255; the target
     // keeps its alpha byte.
     void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);

@@ -143,11 +143,11 @@ struct Vec {
                                    quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
     }
 
-    // Texels, eight at a time, as many as make whole vectors; how many those were. Rows and columns fit 16 bits, and so
-    // does a pitch of whole pixels, or none are gathered.
-    static int GatherTexels(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
-        const int pitchPixels = pitch / 4;
-        if (pitch % 4 != 0 || pitchPixels > 32767 || pitchPixels < -32768) {
+    // Runs `gather(x, indexes)` for every whole vector of texels; how many texels those were. An index is the texel's
+    // row times the pitch, in texels, plus its column. Rows and columns fit 16 bits, and so must the pitch.
+    template <class Gather>
+    static int ForTexels(int pitch, int count, const TexelWalk& walk, Gather gather) {
+        if (pitch > 32767 || pitch < -32768) {
             return 0;
         }
         const V order = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
@@ -156,14 +156,31 @@ struct Vec {
         };
         V u = lanes(walk.u, walk.stepU), v = lanes(walk.v, walk.stepV);
         const V nextU = Set32(walk.stepU * 8), nextV = Set32(walk.stepV * 8);
-        const V factors = Set32((static_cast<DWORD>(pitchPixels) & 0xFFFF) | 0x10000);
+        const V factors = Set32((static_cast<DWORD>(pitch) & 0xFFFF) | 0x10000);
         int x = 0;
         for (; x + 8 <= count; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
             const V rowsAndColumns = _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA);
-            const V indexes = _mm256_madd_epi16(rowsAndColumns, factors);
-            Store(target + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(source), indexes, 4));
+            gather(x, _mm256_madd_epi16(rowsAndColumns, factors));
         }
         return x;
+    }
+    static int GatherTexels(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
+        if (pitch % 4 != 0) {
+            return 0;
+        }
+        return ForTexels(pitch / 4, count, walk, [=](int x, V indexes) {
+            Store(target + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(source), indexes, 4));
+        });
+    }
+    // One load a byte: the processors' own gather knows words only, and is no faster.
+    static int GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
+        return ForTexels(pitch, count, walk, [=](int x, V indexes) {
+            alignas(32) int places[8];
+            Store(reinterpret_cast<BYTE*>(places), indexes);
+            for (int i = 0; i < 8; ++i) {
+                target[x + i] = source[places[i]];
+            }
+        });
     }
 
     // Filters.

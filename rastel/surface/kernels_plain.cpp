@@ -198,6 +198,11 @@ void TextureRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DW
     TexelsInTurn(target, source, sourcePitch, count, {u, v, stepU, stepV});
 }
 
+void TextureBytesRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                     DWORD stepV) {
+    TexelsInTurn<1>(target, source, sourcePitch, count, {u, v, stepU, stepV});
+}
+
 void TextureBlendRow(BYTE* target, const BYTE* source, const BYTE* alpha, int count) {
     for (int i = 0; i < count; ++i, target += 4, source += 4) {
         const int weight = alpha[i] * 256 / 255;
@@ -238,6 +243,7 @@ const RowTable plainTable = {
     .countColumns = CountColumns,
     .dilateRow = DilateRow,
     .textureRow = TextureRow,
+    .textureBytesRow = TextureBytesRow,
     .textureBlendRow = TextureBlendRow,
 };
 

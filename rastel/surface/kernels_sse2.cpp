@@ -115,6 +115,7 @@ struct Vec {
     }
 
     static int GatherTexels(BYTE*, const BYTE*, int, int, const TexelWalk&) { return 0; }
+    static int GatherBytes(BYTE*, const BYTE*, int, int, const TexelWalk&) { return 0; }
 
     // Filters.
     static DWORD SignBits(V a) { return static_cast<DWORD>(_mm_movemask_epi8(a)); }

@@ -1,0 +1,104 @@
+// The kernels of textures, in every table.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+#include "rastel/surface/kernels.h"
+
+using rastel::kernels::AllTables;
+using rastel::kernels::RowTable;
+
+namespace {
+
+std::vector<BYTE> RandomBytes(std::size_t count, std::minstd_rand& random) {
+    std::vector<BYTE> bytes(count);
+    for (BYTE& byte : bytes) {
+        byte = static_cast<BYTE>(random() >> 8);
+    }
+    return bytes;
+}
+
+// A texture of `width` by `height` pixels that ends where its heap block ends, rows running either way.
+struct Texture {
+    Texture(int bytesPerPixel, std::minstd_rand& random)
+        : bytes(bytesPerPixel),
+          width(1 + static_cast<int>(random() >> 8) % 90),
+          height(1 + static_cast<int>(random() >> 8) % 40),
+          pitch((width * bytes + 3) / 4 * 4),
+          memory(RandomBytes(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(height), random)) {
+        first = memory.data();
+        if (random() & 0x100) {
+            first += static_cast<std::ptrdiff_t>(height - 1) * pitch;
+            pitch = -pitch;
+        }
+    }
+    const BYTE* At(DWORD u, DWORD v) const {
+        return first + static_cast<std::ptrdiff_t>(v >> 16) * pitch + static_cast<std::ptrdiff_t>(u >> 16) * bytes;
+    }
+    int bytes, width, height, pitch;
+    std::vector<BYTE> memory;
+    const BYTE* first;
+};
+
+// From somewhere inside to somewhere inside, never beyond.
+struct Line {
+    Line(int size, int count, std::minstd_rand& random) {
+        const auto position = [&] {
+            return static_cast<int>((random() >> 4) % (static_cast<unsigned long>(size) * 65536));
+        };
+        const int from = position(), to = position();
+        start = static_cast<DWORD>(from);
+        step = count > 1 ? static_cast<DWORD>((to - from) / (count - 1)) : static_cast<DWORD>(random());
+    }
+    DWORD start, step;
+};
+
+TEST(TextureKernels, TakeTheTexelsThatTheLineMeets) {
+    for (const RowTable* table : AllTables()) {
+        if (!table->runsHere()) {
+            continue;
+        }
+        std::minstd_rand random(7);
+        for (int round = 0; round < 4000; ++round) {
+            const int count = round % 70, bytes = round % 2 ? 4 : 1;
+            const Texture texture(bytes, random);
+            const Line u(texture.width, count, random), v(texture.height, count, random);
+            std::vector<BYTE> row(static_cast<std::size_t>(count * bytes)), expected;
+            const auto draw = bytes == 4 ? table->textureRow : table->textureBytesRow;
+            draw(row.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step);
+            for (DWORD i = 0; i < static_cast<DWORD>(count); ++i) {
+                const BYTE* const texel = texture.At(u.start + i * u.step, v.start + i * v.step);
+                expected.insert(expected.end(), texel, texel + bytes);
+            }
+            ASSERT_EQ(row, expected) << table->name << ", " << count << " texels of " << bytes << " bytes";
+        }
+    }
+}
+
+TEST(TextureKernels, BlendEveryCoverageAndKeepTheAlphaByte) {
+    for (const RowTable* table : AllTables()) {
+        if (!table->runsHere()) {
+            continue;
+        }
+        std::minstd_rand random(9);
+        for (int round = 0; round < 3000; ++round) {
+            const int count = round % 45;
+            const auto pixelBytes = static_cast<std::size_t>(count) * 4;
+            std::vector<BYTE> target = RandomBytes(pixelBytes, random), expected = target;
+            const std::vector<BYTE> source = RandomBytes(pixelBytes, random);
+            std::vector<BYTE> alpha = RandomBytes(static_cast<std::size_t>(count), random);
+            for (std::size_t i = 0; i < alpha.size(); ++i) {
+                alpha[i] = random() % 4 == 0 ? 255 : random() % 4 == 0 ? 0 : alpha[i];
+                const int weight = alpha[i] * 256 / 255;
+                for (std::size_t c = 4 * i; c < 4 * i + 3; ++c) {
+                    expected[c] = static_cast<BYTE>((expected[c] * (256 - weight) + source[c] * weight) >> 8);
+                }
+            }
+            table->textureBlendRow(target.data(), source.data(), alpha.data(), count);
+            ASSERT_EQ(target, expected) << table->name << ", " << count << " pixels";
+        }
+    }
+}
+
+}   // namespace
