@@ -9,6 +9,10 @@
 
 namespace rastel::kernels {
 
+// Internal to each file that includes it: the files are compiled for different processors, and the linker keeps one copy
+// of what they share.
+namespace {
+
 // The texel of a row's first pixel and the way to the next, in 16.16. Sums wrap.
 struct TexelWalk {
     DWORD u, v;
@@ -21,9 +25,6 @@ struct TexelWalk {
         return {u + stepU * count, v + stepV * count, stepU, stepV};
     }
 };
-
-// Internal to each file that includes it: the files are compiled for different processors.
-namespace {
 
 template <int bytesPerPixel = 4>
 inline void TexelsInTurn(BYTE* target, const BYTE* source, std::ptrdiff_t pitch, int count, TexelWalk walk) {
