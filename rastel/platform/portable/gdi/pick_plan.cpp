@@ -61,6 +61,8 @@ bool PickPlan32::Make(const int* columns, int count, int sourceWidth) {
         return false;
     }
     count_ = count;
+    takesEverySecond_ = columns[count - 1] - columns[0] == 2 * (count - 1) && columns[1] - columns[0] == 2 &&
+                        columns[count - 1] + 1 < sourceWidth;
     const int steps = (count + kStep - 1) / kStep;
     starts_.resize(static_cast<std::size_t>(steps));
     offsets_.resize(static_cast<std::size_t>(steps) * kStep);

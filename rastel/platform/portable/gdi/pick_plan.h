@@ -48,7 +48,8 @@ public:
     bool Make(const int* columns, int count, int sourceWidth);
 
     int Windows() const { return windows_; }
-    int Count() const { return count_; }   // pixels of the row
+    bool TakesEverySecond() const { return takesEverySecond_; }   // upwards, from Starts()[0] on
+    int Count() const { return count_; }                          // pixels of the row
     int Steps() const { return static_cast<int>(starts_.size()); }
     const std::int32_t* Starts() const { return starts_.data(); }     // a step: the first column of its windows
     const std::int32_t* Offsets() const { return offsets_.data(); }   // eight a step: columns from its start
@@ -56,6 +57,7 @@ public:
 private:
     int windows_ = 0;
     int count_ = 0;
+    bool takesEverySecond_ = false;
     std::vector<std::int32_t> starts_;
     std::vector<std::int32_t> offsets_;
 };
