@@ -9,8 +9,8 @@
 
 namespace rastel::kernels {
 
-// Internal to each file that includes it: the files are compiled for different processors, and the linker keeps one copy
-// of what they share.
+// Internal to each file that includes it: the files are compiled for different processors, and the linker keeps one
+// copy of what they share.
 namespace {
 
 // The texel of a row's first pixel and the way to the next, in 16.16. Sums wrap.
