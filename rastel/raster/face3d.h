@@ -6,7 +6,8 @@
 //
 // For exact results x, u and v, and the differences of any two vertices' values, lie within -32768 to 32767, and u and
 // v inside the source, and inside its plane where one is drawn through. A face that breaks this is drawn as far as it
-// can be: co-ordinates may be of any size, and texels beyond an edge of the source are those of the edge.
+// can be: co-ordinates may be of any size, and texels beyond an edge of the source are those of the edge. Source and
+// target must not share memory: the order in which pixels are read and written within a row is free.
 struct FACE3D {
     struct Vertex {
         int x, y;   // in the target, pixels
