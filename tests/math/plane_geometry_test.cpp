@@ -44,8 +44,8 @@ TEST(PlaneGeometry, RoundsByAddingAHalfAndCuttingOff) {
 TEST(PlaneGeometry, BoundsAreFoundBetweenTheirStarts) {
     EXPECT_EQ(RotateBoundRect(CRect(20, 9, 3, 1), 0, CPoint(0, 0)), CRect(20, 9, 3, 1));
     EXPECT_EQ(RotateBoundRect(CRect(10, 10, 20, 14), pi / 2, CPoint(10, 10)), CRect(6, 10, 10, 20));
-    const CRect far = RotateBoundRect(CRect(20000, -20100, 20100, -20000), 1e-9, CPoint(20000, -20000));
-    EXPECT_EQ(far, CRect(8888, -20099, 20100, -8888));
+    const CRect away = RotateBoundRect(CRect(20000, -20100, 20100, -20000), 1e-9, CPoint(20000, -20000));
+    EXPECT_EQ(away, CRect(8888, -20099, 20100, -8888));
     CPoint four[4] = {{3, -9000}, {9500, 1}, {-2, 7}, {0, 9001}};
     EXPECT_EQ(GetBoundingRectOfVertexList(four), CRect(-2, -9000, 9500, 9001));
 }
