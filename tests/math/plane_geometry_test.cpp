@@ -16,7 +16,8 @@ using Numbers = std::vector<int>;
 Numbers Of(const CPoint (&corners)[4]) {
     Numbers numbers;
     for (const CPoint& corner : corners) {
-        numbers.insert(numbers.end(), {corner.x, corner.y});
+        numbers.push_back(corner.x);
+        numbers.push_back(corner.y);
     }
     return numbers;
 }
