@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <iterator>
 
 #include "examples/showcase/options.h"
 #include "examples/showcase/page.h"
@@ -50,30 +51,38 @@ private:
     int frames_ = 0;
 };
 
+constexpr double secondsOfPage = 8;
+
 struct Show {
     CDisplayManager& manager;
     CPrimarySurface& primary;
     const Stock& stock;
     example::Window& window;
+    std::optional<std::size_t> page;   // nothing: by turns
 };
 
 // Whether the last frame reached the screen.
 bool RunFrames(const Show& show, int frames, bool inRealTime) {
     std::unique_ptr<Page> page;
     SIZE shownSize = {0, 0};
+    std::size_t shownPage = 0;
     FrameCounter counter(show.window);
     const Clock::time_point start = Clock::now();
     Clock::time_point due = start;   // of the next frame
     for (int frame = 0; frames == 0 || frame < frames; ++frame) {
         const Clock::time_point begin = Clock::now();
         const SIZE size = show.window.ClientSize();
-        if (!page || size.cx != shownSize.cx || size.cy != shownSize.cy) {
-            page = Page::Create(show.manager, show.stock, size, show.manager.GetDisplayIdString().GetString());
+        const std::chrono::duration<double> passed = begin - start;
+        const double seconds = inRealTime ? passed.count() : static_cast<double>(frame) / framesEachSecond;
+        const std::size_t wanted =
+            show.page.value_or(inRealTime ? static_cast<std::size_t>(seconds / secondsOfPage) % std::size(pages) : 0);
+        if (!page || wanted != shownPage || size.cx != shownSize.cx || size.cy != shownSize.cy) {
+            page = pages[wanted].make({show.manager, show.stock, size, show.manager.GetDisplayIdString().GetString()});
             shownSize = size;
+            shownPage = wanted;
         }
         if (page) {
-            const std::chrono::duration<double> passed = begin - start;
-            page->Draw(inRealTime ? passed.count() : static_cast<double>(frame) / framesEachSecond);
+            page->Draw(seconds);
             if (!show.primary.Blt(0, 0, page->Surface(), nullptr) && !inRealTime) {
                 return false;
             }
@@ -127,7 +136,7 @@ int Run(const Options& options, const std::string& program) {
         return Fail(error);
     }
     const int frames = options.frames.value_or(onDesktop ? 0 : 1);
-    if (!RunFrames({manager, *primary, *stock, *window}, frames, onDesktop)) {
+    if (!RunFrames({manager, *primary, *stock, *window, options.page}, frames, onDesktop)) {
         return Fail("the page can't be drawn");
     }
     if (onDesktop && !options.out) {

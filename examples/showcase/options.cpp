@@ -1,5 +1,9 @@
 #include "examples/showcase/options.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "examples/showcase/page.h"
 #include "examples/support/options.h"
 
 namespace rastel::showcase {
@@ -11,6 +15,8 @@ const char usage[] =
     "it is closed, or, without a display, in memory, and writes what the screen shows to a PNG file.\n"
     "\n"
     "  --out FILE                     the PNG file; in memory showcase.png unless given, of a window only if given\n"
+    "  --page NAME                    sprites, blending or turning; unless given, a window shows them by turns, and\n"
+    "                                 what is drawn in memory is the first\n"
     "  --frames N                     stop after N frames; in memory 1 unless given\n"
     "  --display memory:WxHxBITS      present in memory on a screen of that size; BITS is 8, 15, 16, 24 or 32\n"
     "  --help                         this text\n";
@@ -39,6 +45,15 @@ std::optional<Options> ReadOptions(int count, char** arguments, std::string& err
                 error = "--frames needs a number from 1 to 1000000000";
                 return std::nullopt;
             }
+        } else if (name == "--page") {
+            const std::string wanted = reader.Value().value_or("");
+            const auto* const found = std::find_if(std::begin(pages), std::end(pages),
+                                                   [&](const PageEntry& page) { return wanted == page.name; });
+            if (found == std::end(pages)) {
+                error = "--page needs sprites, blending or turning";
+                return std::nullopt;
+            }
+            options.page = static_cast<std::size_t>(found - pages);
         } else if (name == "--display") {
             options.display = example::ParseDisplay(reader.Value().value_or(""));
             if (!options.display) {

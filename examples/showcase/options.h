@@ -13,6 +13,7 @@ struct Options {
     std::optional<std::string> out;                      // the PNG of what the screen shows
     std::optional<int> frames;                           // how many are drawn; nothing: until the window is closed
     std::optional<example::MemoryDisplaySize> display;   // in place of the one that is there
+    std::optional<std::size_t> page;                     // of `pages`; nothing: all of them by turns
     std::vector<std::string> files;                      // pictures in place of the usual ones
 };
 

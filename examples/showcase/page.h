@@ -1,4 +1,4 @@
-// The showcase's one page: a still part that is drawn once, and what moves on it.
+// What the pages of the showcase share: a still part that is drawn once, and what moves on it.
 #pragma once
 
 #include <memory>
@@ -10,36 +10,53 @@
 
 namespace rastel::showcase {
 
+// What a page is made from. The manager and the stock must outlive it.
+struct PageSetup {
+    CDisplayManager& manager;
+    const Stock& stock;
+    SIZE size;
+    std::wstring display;   // the text in the page's corner
+};
+
 class Page {
 public:
-    // The stock and the manager must outlive the page. `display` is the text in its corner. Null: there is no memory.
-    static std::unique_ptr<Page> Create(CDisplayManager& manager, const Stock& stock, const SIZE& size,
-                                        const std::wstring& display);
+    virtual ~Page() = default;
 
     void Draw(double seconds);   // the page as it is after that time
     CSurface& Surface() { return *surface_; }
 
-private:
-    struct Balloon {
-        example::Surface sprite;
-        double start, speed, height, swing;   // shares of the area; the speed is for each second
-    };
+protected:
+    explicit Page(const PageSetup& setup);
 
-    Page(CDisplayManager& manager, const Stock& stock, const SIZE& size);
-
-    bool MakeStores(const SIZE& size);
-    void DrawStill(const std::wstring& display);
-    CRect DrawPanel(const CRect& rect, const wchar_t* title, const wchar_t* subtitle);
-    void DrawBalloons(double seconds);
-    void DrawCard(double seconds);
+    bool MakeStores();   // false: there is no memory
+    void DrawHeader(const wchar_t* subtitle);
+    CRect DrawPanel(const CRect& rect, const wchar_t* title, const wchar_t* subtitle);   // the area inside
+    CRect DrawMovingPanel(const CRect& rect, const wchar_t* title, const wchar_t* subtitle);
+    void KeepStill() { surface_->CopyBlt(0, 0, *still_, nullptr, nullptr); }   // ends the still part
 
     CDisplayManager& manager_;
     const Stock& stock_;
-    Layout layout_;
+    const Layout layout_;
     example::Surface still_, surface_;
-    std::vector<Balloon> balloons_;
-    example::Surface cup_;
-    CRect sky_, table_;   // where things move
+    std::vector<CRect> moving_;   // where things move: drawn anew each time from the still part
+
+private:
+    virtual void DrawMoving(double seconds) = 0;
+
+    const SIZE size_;
+    const std::wstring display_;
 };
+
+// Null: there is no memory.
+std::unique_ptr<Page> MakeSpritesPage(const PageSetup& setup);
+std::unique_ptr<Page> MakeBlendingPage(const PageSetup& setup);
+std::unique_ptr<Page> MakeTurningPage(const PageSetup& setup);
+
+struct PageEntry {
+    const char* name;
+    std::unique_ptr<Page> (*make)(const PageSetup& setup);
+};
+inline constexpr PageEntry pages[] = {
+    {"sprites", MakeSpritesPage}, {"blending", MakeBlendingPage}, {"turning", MakeTurningPage}};
 
 }   // namespace rastel::showcase
