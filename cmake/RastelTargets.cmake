@@ -13,7 +13,8 @@ if(PROJECT_IS_TOP_LEVEL)
 endif()
 
 add_library(rastel_flags INTERFACE)
-target_compile_options(rastel_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
+target_compile_options(rastel_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)   # part of -Wconversion there, as it isn't with g++
 # g++ 12 reports overlaps inside std::string that are not there.
 target_compile_options(rastel_flags INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)

@@ -26,7 +26,7 @@ Features AskProcessor() {
     Features features;
     unsigned a = 0, b = 0, c = 0, d = 0;
     // 0 also where the instruction itself is missing: its flag in the flags register cannot be toggled.
-    const unsigned highestLeaf = __get_cpuid_max(0, nullptr);
+    const auto highestLeaf = static_cast<unsigned>(__get_cpuid_max(0, nullptr));
     if (highestLeaf < 1) {
         return features;
     }

@@ -52,6 +52,7 @@ private:
     };
     // An access to pixels that are not all visible goes through a copy.
     struct Detour {
+        Detour() {}   // clang wants it spelt out inside a class that is not complete yet
         std::vector<unsigned char> bits;
         Region visible;   // on the screen
         POINT origin{};   // of the copy, on the screen
