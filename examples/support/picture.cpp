@@ -48,6 +48,20 @@ std::optional<Picture> MakePicture(long long width, long long height) {
     return picture;
 }
 
+std::vector<unsigned char> ChannelsOf(const Picture& picture) {
+    std::vector<unsigned char> channels;
+    channels.reserve(picture.pixels.size() * (picture.hasAlpha ? 4 : 3));
+    for (const DWORD pixel : picture.pixels) {
+        channels.push_back(static_cast<unsigned char>(pixel >> 16));
+        channels.push_back(static_cast<unsigned char>(pixel >> 8));
+        channels.push_back(static_cast<unsigned char>(pixel));
+        if (picture.hasAlpha) {
+            channels.push_back(static_cast<unsigned char>(pixel >> 24));
+        }
+    }
+    return channels;
+}
+
 std::optional<Picture> GeneratePicture(int width, int height, int variant) {
     std::optional<Picture> picture = MakePicture(width, height);
     if (!picture) {

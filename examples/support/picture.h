@@ -25,6 +25,9 @@ struct Picture {
 // more than 64 million pixels.
 std::optional<Picture> MakePicture(long long width, long long height);
 
+// Red, green, blue and, where the picture has alpha, alpha, a byte each: the order of files.
+std::vector<unsigned char> ChannelsOf(const Picture& picture);
+
 // A landscape out of sines, for a host that has no pictures at hand. Each variant looks different.
 std::optional<Picture> GeneratePicture(int width, int height, int variant);
 

@@ -11,7 +11,7 @@ namespace rastel::example {
 // The format is told by the first bytes, not by the name. Nothing: `error` says why, with the file's name.
 std::optional<Picture> ReadPicture(const std::string& path, std::string& error);
 
-// Without alpha: what a screen shows is opaque.
+// With alpha where the picture has it.
 bool WritePng(const std::string& path, const Picture& picture, std::string& error);
 
 }   // namespace rastel::example

@@ -42,17 +42,11 @@ std::optional<Picture> DecodePng(Bytes bytes, std::string& error) {
 }
 
 bool EncodePng(const Picture& picture, std::vector<unsigned char>& bytes) {
-    std::vector<unsigned char> rows;
-    rows.reserve(picture.pixels.size() * 3);
-    for (const DWORD pixel : picture.pixels) {
-        rows.push_back(static_cast<unsigned char>(pixel >> 16));
-        rows.push_back(static_cast<unsigned char>(pixel >> 8));
-        rows.push_back(static_cast<unsigned char>(pixel));
-    }
+    const std::vector<unsigned char> rows = ChannelsOf(picture);
     PngImage png;
     png.image.width = static_cast<png_uint_32>(picture.width);
     png.image.height = static_cast<png_uint_32>(picture.height);
-    png.image.format = PNG_FORMAT_RGB;
+    png.image.format = picture.hasAlpha ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(png.image);
     bytes.resize(size);
     if (!png_image_write_to_memory(&png.image, bytes.data(), &size, 0, rows.data(), 0, nullptr)) {

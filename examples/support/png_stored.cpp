@@ -79,21 +79,19 @@ std::optional<Picture> DecodePng(Bytes, std::string& error) {
 }
 
 bool EncodePng(const Picture& picture, std::vector<unsigned char>& bytes) {
+    const Buffer channels = ChannelsOf(picture);
+    const std::size_t rowBytes = static_cast<std::size_t>(picture.width) * (picture.hasAlpha ? 4 : 3);
     Buffer rows;
-    rows.reserve(static_cast<std::size_t>(picture.height) * (static_cast<std::size_t>(picture.width) * 3 + 1));
-    for (int y = 0; y < picture.height; ++y) {
+    rows.reserve(channels.size() + static_cast<std::size_t>(picture.height));
+    for (auto row = channels.begin(); row != channels.end(); row += static_cast<std::ptrdiff_t>(rowBytes)) {
         rows.push_back(0);   // no filter
-        for (int x = 0; x < picture.width; ++x) {
-            const DWORD pixel = picture.Row(y)[x];
-            rows.push_back(static_cast<unsigned char>(pixel >> 16));
-            rows.push_back(static_cast<unsigned char>(pixel >> 8));
-            rows.push_back(static_cast<unsigned char>(pixel));
-        }
+        rows.insert(rows.end(), row, row + static_cast<std::ptrdiff_t>(rowBytes));
     }
     Buffer header;
     AppendBigEndian(header, static_cast<DWORD>(picture.width));
     AppendBigEndian(header, static_cast<DWORD>(picture.height));
-    header.insert(header.end(), {8, 2, 0, 0, 0});   // 8 bits of red, green and blue
+    const unsigned char colors = picture.hasAlpha ? 6 : 2;   // with alpha, or red, green and blue only
+    header.insert(header.end(), {8, colors, 0, 0, 0});
     bytes = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     AppendChunk(bytes, "IHDR", header);
     AppendChunk(bytes, "IDAT", Stored(rows));

@@ -77,13 +77,17 @@ TEST(Png, KeepsEveryColour) {
         picture.pixels[index] = 0xFF000000u | static_cast<DWORD>(index * 2654435761u) >> 8;
     }
     const std::string path = (std::filesystem::path(::testing::TempDir()) / "rastel-examples-colours.png").string();
-    std::string error;
-    ASSERT_TRUE(WritePng(path, picture, error)) << error;
-    const std::optional<Picture> read = ReadPicture(path, error);
-    std::filesystem::remove(path);
-    ASSERT_TRUE(read) << error;
-    EXPECT_EQ(read->pixels, picture.pixels);
-    EXPECT_FALSE(read->hasAlpha);
+    for (const bool hasAlpha : {false, true}) {
+        picture.hasAlpha = hasAlpha;
+        picture.pixels[5] = hasAlpha ? 0x80123456u : 0xFF123456u;
+        std::string error;
+        ASSERT_TRUE(WritePng(path, picture, error)) << error;
+        const std::optional<Picture> read = ReadPicture(path, error);
+        std::filesystem::remove(path);
+        ASSERT_TRUE(read) << error;
+        EXPECT_EQ(read->pixels, picture.pixels);
+        EXPECT_EQ(read->hasAlpha, hasAlpha);
+    }
 }
 
 TEST(Media, PicturesThatComeAlongAreReadable) {

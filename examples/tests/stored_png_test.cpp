@@ -21,6 +21,8 @@ TEST(StoredPng, IsReadBackTheSame) {
         for (std::size_t index = 0; index < picture.pixels.size(); ++index) {
             picture.pixels[index] = 0xFF000000u | static_cast<DWORD>(index * 2246822519u) >> 8;
         }
+        picture.hasAlpha = width % 2 == 0;
+        picture.pixels[0] &= picture.hasAlpha ? 0x7FFFFFFFu : ~0u;
         std::vector<unsigned char> bytes;
         ASSERT_TRUE(EncodeStoredPng(picture, bytes));
         std::string error;

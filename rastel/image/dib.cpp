@@ -1,19 +1,11 @@
 #include "rastel/image/dib.h"
 
-#include <cstdint>
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
 namespace winext {
-
-namespace {
-
-std::int64_t RowBytes(int width, int bitsPerPixel) {
-    return (static_cast<std::int64_t>(width) * bitsPerPixel + 31) / 32 * 4;
-}
-
-}   // namespace
 
 CDib::~CDib() {
     CDib::Destroy();
@@ -31,6 +23,15 @@ bool CDib::IsDepth(int bitsPerPixel) {
         default:
             return false;
     }
+}
+
+std::int64_t CDib::RowBytes(int width, int bitsPerPixel) {
+    return (static_cast<std::int64_t>(width) * bitsPerPixel + 31) / 32 * 4;
+}
+
+int CDib::PitchOf(int width, int bitsPerPixel) {
+    constexpr std::int64_t least = std::numeric_limits<int>::min(), most = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(RowBytes(width, bitsPerPixel), least, most));
 }
 
 bool CDib::CreateHeader(int width, int height, int bitsPerPixel) {
@@ -92,7 +93,9 @@ int CDib::GetWidth() {
 }
 
 int CDib::GetHeight() {
-    return m_pBitmapInfo ? std::abs(m_pBitmapInfo->bmiHeader.biHeight) : 0;
+    const LONG height = m_pBitmapInfo ? m_pBitmapInfo->bmiHeader.biHeight : 0;
+    // A foreign header may hold the one number that has no positive counterpart.
+    return std::abs(std::max<LONG>(height, -std::numeric_limits<LONG>::max()));
 }
 
 int CDib::GetPitch() {

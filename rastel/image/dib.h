@@ -3,6 +3,8 @@
 // No locks: the owner serialises access. Failure is a returned 0 or null.
 #pragma once
 
+#include <cstdint>
+
 #include "rastel/image/image.h"
 #include "rastel/platform/types.h"
 
@@ -33,21 +35,45 @@ public:
     int IsTopDown() override;
 
     // The order of the virtual operations is binary interface.
+
+    // Becomes a copy of `other`, orientation and colours included; empty where that is empty or memory runs out.
+    // Returns this object in every case.
     virtual CDib* Assign(const CDib& other);
+
+    // Reads a packed DIB: a 40-byte header, a colour table at 8 bits and below, the pixels. The block stays the
+    // caller's. All 1 << bits colours are taken, as far as the block goes and black beyond it; the pixels begin behind
+    // biClrUsed of them, or behind all where that is 0. A block that ends before its pixels do gives 0 and keeps the
+    // old image. As Create keeps an image of the same size, the rows then run as they did.
     virtual int LoadGlobal(HGLOBAL hGlobal);
+
+    // Takes over both blocks, which must come from array new. Always 1.
     virtual int Attach(BITMAPINFO* pBitmapInfo, unsigned char* pBits);
+
+    // Hands out both blocks, null with no image, and leaves this object empty. The caller frees them with array
+    // delete.
     virtual int Detach(BITMAPINFO** ppBitmapInfo, unsigned char** ppBits);
+
+    // The target's Attach takes this object's image over. What that returned.
     virtual int MoveTo(CDib& target);
+
+    // A packed DIB in moveable memory, the caller's. Null below 15 bits: no colour table is written.
     virtual HGLOBAL CreateGlobal();
+
     virtual BITMAPINFO* GetBitmapInfo();   // the object's own, not a copy; null with no image
     virtual Gdiplus::Bitmap* CreateBitmap();
 
 protected:
     static bool IsDepth(int bitsPerPixel);
 
+    static std::int64_t RowBytes(int width, int bitsPerPixel);   // padded to 4
+    static int PitchOf(int width, int bitsPerPixel);             // the same, held within 32 bits
+
     // Allocates the header, with room for a colour table at 8 bits and below, and fills it in. False: out of memory, or
     // a size whose bytes pass 31 bits.
     bool CreateHeader(int width, int height, int bitsPerPixel);
+
+    // The target's Attach with two blocks that are nobody else's.
+    static int HandOver(CDib& target, BITMAPINFO* pBitmapInfo, unsigned char* pBits);
 
     BITMAPINFO* m_pBitmapInfo = nullptr;   // owned, made with array new
     unsigned char* m_pBits = nullptr;      // owned, made with array new

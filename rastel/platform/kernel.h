@@ -1,4 +1,4 @@
-// Performance counter, priorities, version, modules and global memory.
+// Performance counter, priorities, version, modules with their resources, global memory and files.
 #pragma once
 
 #include "rastel/platform/export.h"

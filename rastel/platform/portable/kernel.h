@@ -1,4 +1,4 @@
-// The kernel's services: clock, priorities, version, modules, global memory and wide text.
+// The kernel's services: clock, priorities, version, modules with their resources, global memory, files and wide text.
 #pragma once
 
 #include "rastel/platform/portable/types.h"
@@ -35,6 +35,7 @@
 #define ERROR_INVALID_HANDLE 6L
 #define ERROR_NOT_ENOUGH_MEMORY 8L
 #define ERROR_WRITE_FAULT 29L
+#define ERROR_READ_FAULT 30L
 #define ERROR_INVALID_PARAMETER 87L
 #define ERROR_INSUFFICIENT_BUFFER 122L
 #define ERROR_MOD_NOT_FOUND 126L
@@ -42,9 +43,41 @@
 #define ERROR_NOT_LOCKED 158L
 #define ERROR_BAD_PATHNAME 161L
 #define ERROR_MORE_DATA 234L
+#define ERROR_BAD_EXE_FORMAT 193L
+#define ERROR_FILE_TOO_LARGE 223L
 #define ERROR_NO_MORE_ITEMS 259L
+#define ERROR_RESOURCE_DATA_NOT_FOUND 1812L
+#define ERROR_RESOURCE_TYPE_NOT_FOUND 1813L
+#define ERROR_RESOURCE_NAME_NOT_FOUND 1814L
+
+#define DONT_RESOLVE_DLL_REFERENCES 0x00000001
+#define LOAD_LIBRARY_AS_DATAFILE 0x00000002
+#define LOAD_LIBRARY_AS_IMAGE_RESOURCE 0x00000020
+#define LOAD_LIBRARY_AS_DATAFILE_EXCLUSIVE 0x00000040
+
+#define IS_INTRESOURCE(name) ((reinterpret_cast<ULONG_PTR>(name) >> 16) == 0)
+#define MAKEINTRESOURCEW(number) (reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(number))))
+#define RT_ICON MAKEINTRESOURCEW(3)
+#define RT_GROUP_ICON MAKEINTRESOURCEW(14)
+
+#define GENERIC_READ 0x80000000
+#define GENERIC_WRITE 0x40000000
+#define FILE_SHARE_READ 0x00000001
+#define FILE_SHARE_WRITE 0x00000002
+#define FILE_SHARE_DELETE 0x00000004
+#define CREATE_NEW 1
+#define CREATE_ALWAYS 2
+#define OPEN_EXISTING 3
+#define OPEN_ALWAYS 4
+#define FILE_ATTRIBUTE_NORMAL 0x00000080
 
 using FARPROC = INT_PTR (*)();
+using ENUMRESNAMEPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR parameter);
+
+struct SECURITY_ATTRIBUTES;   // nobody here passes one
+using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
+struct OVERLAPPED;
+using LPOVERLAPPED = OVERLAPPED*;
 
 struct OSVERSIONINFOW {
     DWORD dwOSVersionInfoSize;
@@ -74,11 +107,32 @@ RASTEL_API DWORD GetLastError();
 RASTEL_API void SetLastError(DWORD error);
 
 // Modules are the services built into the library, found by name in any case, with or without ".dll". No file is
-// ever loaded as code.
+// ever loaded as code. With a flag that asks for data, the name is the path of a PE file of either width, which
+// is read whole and gives its resources; every such load gives a handle of its own, for one FreeLibrary.
 RASTEL_API HMODULE LoadLibraryW(LPCWSTR fileName);
+RASTEL_API HMODULE LoadLibraryExW(LPCWSTR fileName, HANDLE reserved, DWORD flags);
 RASTEL_API HMODULE GetModuleHandleW(LPCWSTR moduleName);
 RASTEL_API FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 RASTEL_API BOOL FreeLibrary(HMODULE module);
+
+// Resources of modules that were loaded as data. A name or type is a text in any case, "#" with a decimal number, or
+// MAKEINTRESOURCEW of the number. Of several languages the neutral one is taken, else the first. What these give out
+// lives until FreeLibrary. A resource that does not lie in the file whole is not there.
+RASTEL_API HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type);
+RASTEL_API HGLOBAL LoadResource(HMODULE module, HRSRC resource);
+RASTEL_API LPVOID LockResource(HGLOBAL resource);   // only to be read
+RASTEL_API DWORD SizeofResource(HMODULE module, HRSRC resource);
+RASTEL_API BOOL FreeResource(HGLOBAL resource);   // nothing to do: FALSE, which is its success
+// Calls back for each name until one call returns FALSE, which is the result then. The callback may free the module.
+RASTEL_API BOOL EnumResourceNamesW(HMODULE module, LPCWSTR type, ENUMRESNAMEPROCW callback, LONG_PTR parameter);
+
+// Regular files that are there, to be read from start to end; any other wish is ERROR_INVALID_PARAMETER. A folder, a
+// pipe or a device is no file here: ERROR_ACCESS_DENIED, without waiting on it.
+RASTEL_API HANDLE CreateFileW(LPCWSTR fileName, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD flags, HANDLE templateFile);
+RASTEL_API BOOL GetFileSizeEx(HANDLE file, LARGE_INTEGER* size);
+RASTEL_API BOOL ReadFile(HANDLE file, LPVOID target, DWORD bytes, LPDWORD bytesRead, LPOVERLAPPED overlapped);
+RASTEL_API BOOL CloseHandle(HANDLE handle);
 
 // A fixed block's handle is its address. A moveable one's handle is not: GlobalLock gives the address and counts,
 // GlobalUnlock counts back and returns 0 at none. A handle that is no block, or no longer one, fails everywhere.

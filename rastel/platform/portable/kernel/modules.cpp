@@ -1,3 +1,4 @@
+#include "rastel/platform/portable/kernel/data_modules.h"
 #include "rastel/platform/portable/kernel/module_table.h"
 #include "rastel/platform/portable/memory_display.h"
 
@@ -27,6 +28,16 @@ HMODULE LoadLibraryW(LPCWSTR fileName) {
     return OrError(Modules().Load(fileName), ERROR_MOD_NOT_FOUND);
 }
 
+HMODULE LoadLibraryExW(LPCWSTR fileName, HANDLE reserved, DWORD flags) {
+    constexpr DWORD asData =
+        LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_DATAFILE_EXCLUSIVE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
+    if (!fileName || reserved) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    return flags & asData ? rastel::platform::LoadDataModule(fileName) : LoadLibraryW(fileName);
+}
+
 HMODULE GetModuleHandleW(LPCWSTR moduleName) {
     return moduleName ? OrError(Modules().FindLoaded(moduleName), ERROR_MOD_NOT_FOUND) : Modules().Process();
 }
@@ -42,7 +53,7 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
 }
 
 BOOL FreeLibrary(HMODULE module) {
-    return OrError(BOOL{Modules().Free(module)}, ERROR_INVALID_HANDLE);
+    return OrError(BOOL{rastel::platform::FreeDataModule(module) || Modules().Free(module)}, ERROR_INVALID_HANDLE);
 }
 
 void rastel::platform::HideModule(const std::wstring& name, bool hidden) {
