@@ -23,3 +23,5 @@
 #include "rastel/surface/mmx.h"
 #include "rastel/surface/surface.h"
 #include "rastel/surface/surface_dc.h"
+#include "rastel/text/aa_line.h"
+#include "rastel/text/text_render.h"

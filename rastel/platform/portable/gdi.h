@@ -121,6 +121,16 @@
 #define TMPF_VECTOR 0x02
 #define TMPF_TRUETYPE 0x04
 
+#define GGO_METRICS 0
+#define GGO_BITMAP 1
+#define GGO_NATIVE 2
+#define GGO_BEZIER 3
+#define GGO_GRAY2_BITMAP 4
+#define GGO_GRAY4_BITMAP 5
+#define GGO_GRAY8_BITMAP 6
+#define GGO_GLYPH_INDEX 0x0080
+#define GGO_UNHINTED 0x0100
+
 #define PS_SOLID 0
 #define PS_DASH 1
 #define PS_DOT 2
@@ -239,6 +249,79 @@ struct TEXTMETRICW {
 };
 using LPTEXTMETRICW = TEXTMETRICW*;
 
+struct PANOSE {
+    BYTE bFamilyType;
+    BYTE bSerifStyle;
+    BYTE bWeight;
+    BYTE bProportion;
+    BYTE bContrast;
+    BYTE bStrokeVariation;
+    BYTE bArmStyle;
+    BYTE bLetterform;
+    BYTE bMidline;
+    BYTE bXHeight;
+};
+
+struct OUTLINETEXTMETRICW {
+    UINT otmSize;
+    TEXTMETRICW otmTextMetrics;
+    BYTE otmFiller;
+    PANOSE otmPanoseNumber;
+    UINT otmfsSelection;
+    UINT otmfsType;
+    int otmsCharSlopeRise;
+    int otmsCharSlopeRun;
+    int otmItalicAngle;
+    UINT otmEMSquare;
+    int otmAscent;
+    int otmDescent;
+    UINT otmLineGap;
+    UINT otmsCapEmHeight;
+    UINT otmsXHeight;
+    RECT otmrcFontBox;
+    int otmMacAscent;
+    int otmMacDescent;
+    UINT otmMacLineGap;
+    UINT otmusMinimumPPEM;
+    POINT otmptSubscriptSize;
+    POINT otmptSubscriptOffset;
+    POINT otmptSuperscriptSize;
+    POINT otmptSuperscriptOffset;
+    UINT otmsStrikeoutSize;
+    int otmsStrikeoutPosition;
+    int otmsUnderscoreSize;
+    int otmsUnderscorePosition;
+    char* otmpFamilyName;   // these four hold offsets from the start of the structure
+    char* otmpFaceName;
+    char* otmpStyleName;
+    char* otmpFullName;
+};
+using LPOUTLINETEXTMETRICW = OUTLINETEXTMETRICW*;
+
+// 16.16 with the halves apart.
+struct FIXED {
+    WORD fract;
+    short value;
+};
+
+struct MAT2 {
+    FIXED eM11;
+    FIXED eM12;
+    FIXED eM21;
+    FIXED eM22;
+};
+
+struct GLYPHMETRICS {
+    UINT gmBlackBoxX;
+    UINT gmBlackBoxY;
+    POINT gmptGlyphOrigin;
+    short gmCellIncX;
+    short gmCellIncY;
+};
+using LPGLYPHMETRICS = GLYPHMETRICS*;
+
+static_assert(sizeof(PANOSE) == 10 && sizeof(FIXED) == 4 && sizeof(MAT2) == 16 && sizeof(GLYPHMETRICS) == 20);
+
 struct RGNDATAHEADER {
     DWORD dwSize;
     DWORD iType;
@@ -353,3 +436,17 @@ RASTEL_API UINT SetTextAlign(HDC context, UINT align);
 RASTEL_API UINT GetTextAlign(HDC context);
 RASTEL_API BOOL GetTextMetricsW(HDC context, LPTEXTMETRICW metrics);
 RASTEL_API BOOL GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE size);
+
+// `extents`, if given, takes the extent of every beginning of the text; both units of a surrogate pair have that of the
+// pair. `fit`, if given, takes how many of them stay within `limit`, and only those are written.
+RASTEL_API BOOL GetTextExtentExPointW(HDC context, LPCWSTR text, int length, int limit, LPINT fit, LPINT extents,
+                                      LPSIZE size);
+
+// Copies as much of the structure and of the names behind it as `bytes` allow. Null: the size of both together.
+RASTEL_API UINT GetOutlineTextMetricsW(HDC context, UINT bytes, LPOUTLINETEXTMETRICW metrics);
+
+// GGO_METRICS, GGO_BITMAP and the three grey formats, with the identity matrix; else GDI_ERROR. Characters above 0xFFFF
+// are taken as they are. Rows are padded to four bytes, and the box is the smallest round the ink. Without a buffer:
+// the bytes it needs. The font's quality plays no part: grey formats are smooth, GGO_BITMAP is not.
+RASTEL_API DWORD GetGlyphOutlineW(HDC context, UINT character, UINT format, LPGLYPHMETRICS metrics, DWORD bytes,
+                                  LPVOID buffer, const MAT2* matrix);

@@ -41,6 +41,7 @@ public:
 
     const LOGFONTW& Wanted() const { return wanted_; }
     const FontMetrics& Metrics() const { return metrics_; }
+    const FontFace& Face() const { return main_->Face(); }
     const DesignMetrics& Design() const { return main_->Face().Design(); }
     int Angle() const { return angle_; }   // of the line, counter-clockwise, tenths of a degree, 0 to 3599
 

@@ -40,19 +40,28 @@ void AppendUtf8(char32_t c, std::string& target) {
 
 }   // namespace
 
+char32_t ValidCharacter(char32_t character) {
+    return IsLeading(character) || IsTrailing(character) || character > 0x10FFFF ? kReplacement : character;
+}
+
+int DecodeCharacter(LPCWSTR text, int length, char32_t* character) {
+    const char32_t c = Unit(text[0]);
+    if (IsLeading(c) && length > 1 && IsTrailing(Unit(text[1]))) {
+        *character = 0x10000 + ((c - 0xD800) << 10) + (Unit(text[1]) - 0xDC00);
+        return 2;
+    }
+    *character = ValidCharacter(c);
+    return 1;
+}
+
 std::u32string DecodeText(LPCWSTR text, int length) {
     std::u32string characters;
     if (!text) {
         return characters;
     }
-    for (int i = 0; i < length && text[i]; i++) {
-        char32_t c = Unit(text[i]);
-        if (IsLeading(c) && i + 1 < length && IsTrailing(Unit(text[i + 1]))) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (Unit(text[i + 1]) - 0xDC00);
-            i++;
-        } else if (IsLeading(c) || IsTrailing(c) || c > 0x10FFFF) {
-            c = kReplacement;
-        }
+    for (int i = 0; i < length && text[i];) {
+        char32_t c;
+        i += DecodeCharacter(text + i, length - i, &c);
         characters.push_back(c);
     }
     return characters;

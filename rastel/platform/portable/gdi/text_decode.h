@@ -12,6 +12,12 @@ namespace rastel::platform {
 // string reads nothing behind it. Null text or a negative length: empty.
 std::u32string DecodeText(LPCWSTR text, int length);
 
+// U+FFFD for halves of surrogate pairs and for what lies past the last character.
+char32_t ValidCharacter(char32_t character);
+
+// The first character of a text of `length` units, at least one; returns how many units it takes.
+int DecodeCharacter(LPCWSTR text, int length, char32_t* character);
+
 std::string ToUtf8(LPCWSTR text, int length);
 
 }   // namespace rastel::platform

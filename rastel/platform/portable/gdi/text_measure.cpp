@@ -15,11 +15,17 @@ namespace {
 
 constexpr LONG kDotsPerInch = 96;
 
+int ToInt(std::int64_t value) {
+    return static_cast<int>(std::min<std::int64_t>(value, std::numeric_limits<int>::max()));
+}
+
 WCHAR ToUnit(char32_t character) {
     return static_cast<WCHAR>(std::min(character, static_cast<char32_t>(0xFFFF)));
 }
 
-TEXTMETRICW MetricsOf(const RealizedFont& font) {
+}   // namespace
+
+TEXTMETRICW TextMetricsOf(const RealizedFont& font) {
     const FontMetrics& measured = font.Metrics();
     const DesignMetrics& design = font.Design();
     const LOGFONTW& wanted = font.Wanted();
@@ -49,8 +55,6 @@ TEXTMETRICW MetricsOf(const RealizedFont& font) {
     return metrics;
 }
 
-}   // namespace
-
 }   // namespace rastel::platform
 
 BOOL GetTextMetricsW(HDC context, LPTEXTMETRICW metrics) {
@@ -60,11 +64,47 @@ BOOL GetTextMetricsW(HDC context, LPTEXTMETRICW metrics) {
     }
     try {
         rastel::platform::EngineLock engine;
-        const auto font = engine->Realize(rastel::platform::FontOf(*target));
+        const auto font = rastel::platform::RealizedFontOf(*engine, *target);
         if (!font) {
             return FALSE;
         }
-        *metrics = rastel::platform::MetricsOf(*font);
+        *metrics = rastel::platform::TextMetricsOf(*font);
+        return TRUE;
+    } catch (const std::bad_alloc&) {
+        return FALSE;
+    }
+}
+
+BOOL GetTextExtentExPointW(HDC context, LPCWSTR text, int length, int limit, LPINT fit, LPINT extents, LPSIZE size) {
+    const auto target = rastel::platform::FindContext(context);
+    if (!target || !size || length < 0 || (!text && length > 0) || (fit && limit < 0)) {
+        return FALSE;
+    }
+    try {
+        rastel::platform::EngineLock engine;
+        const auto font = rastel::platform::RealizedFontOf(*engine, *target);
+        if (!font) {
+            return FALSE;
+        }
+        std::int64_t width = 0;
+        int count = 0;
+        for (int i = 0, units = 0; i < length && text[i]; i += units) {
+            char32_t character;
+            units = rastel::platform::DecodeCharacter(text + i, length - i, &character);
+            width += font->Find(character).advance;
+            if (fit && (count < i || width > limit)) {
+                continue;   // past the limit only the size of the whole still counts
+            }
+            for (int unit = 0; extents && unit < units; unit++) {
+                extents[i + unit] = rastel::platform::ToInt(width);
+            }
+            count = i + units;
+        }
+        if (fit) {
+            *fit = count;
+        }
+        size->cx = rastel::platform::ToInt(width);
+        size->cy = font->Metrics().height;
         return TRUE;
     } catch (const std::bad_alloc&) {
         return FALSE;
@@ -79,7 +119,7 @@ BOOL GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE size) {
     try {
         const std::u32string characters = rastel::platform::DecodeText(text, length);
         rastel::platform::EngineLock engine;
-        const auto font = engine->Realize(rastel::platform::FontOf(*target));
+        const auto font = rastel::platform::RealizedFontOf(*engine, *target);
         if (!font) {
             return FALSE;
         }

@@ -7,6 +7,7 @@
 #include "rastel/platform/portable/gdi/text_font.h"
 #include "rastel/platform/portable/gdi/text_ink.h"
 #include "rastel/platform/portable/gdi/text_layout.h"
+#include "rastel/platform/portable/gdi/text_quick.h"
 
 namespace rastel::platform {
 
@@ -46,7 +47,7 @@ bool DrawLine(DeviceContext& context, int x, int y, const std::u32string& text) 
     TextLine line;
     {
         EngineLock engine;
-        const auto font = engine->Realize(FontOf(context));
+        const auto font = RealizedFontOf(*engine, context);
         if (!font) {
             return false;
         }
@@ -69,14 +70,6 @@ bool DrawLine(DeviceContext& context, int x, int y, const std::u32string& text) 
 
 }   // namespace
 
-LOGFONTW FontOf(const DeviceContext& context) {
-    if (context.state.font) {
-        return context.state.font->font;
-    }
-    const auto stock = StockObject(SYSTEM_FONT);
-    return stock && stock->kind == ObjectKind::Font ? static_cast<const FontObject&>(*stock).font : LOGFONTW{};
-}
-
 }   // namespace rastel::platform
 
 BOOL TextOutW(HDC context, int x, int y, LPCWSTR text, int length) {
@@ -85,6 +78,9 @@ BOOL TextOutW(HDC context, int x, int y, LPCWSTR text, int length) {
         return FALSE;
     }
     try {
+        if (rastel::platform::DrawQuickly(*target, x, y, text, length)) {
+            return TRUE;
+        }
         const std::u32string characters = rastel::platform::DecodeText(text, length);
         return characters.empty() || rastel::platform::DrawLine(*target, x, y, characters);
     } catch (const std::bad_alloc&) {

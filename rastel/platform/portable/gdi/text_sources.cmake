@@ -12,8 +12,12 @@ rastel_sources(
   font_realized.cpp
   font_scaled.cpp
   glyph_cache.cpp
+  glyph_outline.cpp
+  outline_metrics.cpp
   text_decode.cpp
+  text_font.cpp
   text_ink.cpp
   text_layout.cpp
   text_measure.cpp
-  text_out.cpp)
+  text_out.cpp
+  text_quick.cpp)
