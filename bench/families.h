@@ -18,5 +18,6 @@ void AddBlendComposite(Suite& suite);
 void AddFilters(Suite& suite);
 void AddTriangles(Suite& suite);
 void AddRotations(Suite& suite);
+void AddText(Suite& suite);
 
 }   // namespace rastel::bench
