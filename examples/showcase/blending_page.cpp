@@ -102,7 +102,7 @@ bool BlendingPage::MakeShapes() {
                            height * stock_.balloon->GetWidth() / std::max(stock_.balloon->GetHeight(), 1), height);
     const int side = std::min(over_.Width(), over_.Height());
     for (const COLORREF color : {RGB(224, 60, 48), RGB(40, 150, 90), RGB(50, 90, 210)}) {
-        discs_.push_back(Disc(manager_, side / 2, side / 16, color));
+        discs_.push_back(Disc(manager_, side / 2, side / 32, color));
         if (!discs_.back()) {
             return false;
         }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "examples/showcase/stock.h"
+
 namespace rastel::showcase {
 
 namespace {
@@ -24,7 +26,7 @@ Composite Around(CSurface& surface) {
 
 Composite KeyedComposite(CSurface& sprite) {
     Composite composite = Around(sprite);
-    composite->SetColorKey(RGB(255, 0, 255));
+    composite->SetColorKey(spriteKey);
     return composite;
 }
 

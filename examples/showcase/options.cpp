@@ -11,7 +11,7 @@ namespace rastel::showcase {
 const char usage[] =
     "rastel-showcase [options] [picture...]\n"
     "\n"
-    "Composes a page out of pictures (PNG, JPEG, BMP; some come along) and presents it: in a window that moves until\n"
+    "Composes pages out of pictures (PNG, JPEG, BMP; some come along) and presents them: in a window that moves until\n"
     "it is closed, or, without a display, in memory, and writes what the screen shows to a PNG file.\n"
     "\n"
     "  --out FILE                     the PNG file; in memory showcase.png unless given, of a window only if given\n"

@@ -35,7 +35,8 @@ private:
 
     Composite screen_;   // around the page's surface
     CRect sky_, group_, sheet_, space_;
-    Composite balloon_, cup_, photo_, card_, soft_, pane_;
+    Composite balloon_, portrait_, photo_, card_, pane_;
+    std::vector<Composite> soft_;
 };
 
 // A photograph of that size, with a soft rim where `softness` is above 0.
@@ -54,7 +55,7 @@ bool TurningPage::DrawStill() {
     }
     DrawHeader(L"turned, scaled, on any four points");
     sky_ = DrawMovingPanel(layout_.Rect(24, 98, 590, 426), L"Turned and scaled",
-                           L"BltRotate: opaque, through a key, through a plane");
+                           L"BltRotate: opaque, through a plane, through a key");
     group_ =
         DrawMovingPanel(layout_.Rect(610, 98, 1000, 426), L"Onto a plane", L"BltRotate between composites with planes");
     sheet_ = DrawMovingPanel(layout_.Rect(24, 446, 500, 744), L"A sheet of quads", L"BltTexture, forty pieces");
@@ -67,12 +68,17 @@ bool TurningPage::DrawStill() {
     KeepStill();
     screen_ = Around(*surface_);
     balloon_ = KeyedComposite(*stock_.balloon);
-    cup_ = Scaled(0, CSize(sky_.Width() / 3, sky_.Width() / 3), layout_.Length(14));
-    photo_ = Scaled(2, CSize(sky_.Width() / 3, sky_.Width() / 4), 0);
-    card_ = Scaled(3, CSize(space_.Width() / 2, space_.Height() * 6 / 10), 0);
-    soft_ = Scaled(2, CSize(group_.Width() / 2, group_.Height() / 3), layout_.Length(8));
+    portrait_ = Scaled(0, CSize(sky_.Width() / 3, sky_.Width() / 3), layout_.Length(14));
+    photo_ = Scaled(1, CSize(sky_.Width() / 3, sky_.Width() / 4), 0);
+    card_ = Scaled(2, CSize(space_.Width() / 2, space_.Height() * 6 / 10), 0);
+    for (std::size_t photo = 0; photo < 3; ++photo) {
+        soft_.push_back(Scaled(photo, CSize(group_.Width() / 2, group_.Height() / 3), layout_.Length(8)));
+        if (!soft_.back()) {
+            return false;
+        }
+    }
     pane_.reset(manager_.CreateAdvSurface(std::max(group_.Width(), 1), std::max(group_.Height(), 1), 1));
-    return cup_ && photo_ && card_ && soft_ && pane_ && pane_->GetAlphaChannel();
+    return portrait_ && photo_ && card_ && pane_ && pane_->GetAlphaChannel();
 }
 
 void TurningPage::DrawMoving(double seconds) {
@@ -89,10 +95,10 @@ void TurningPage::DrawTurned(double seconds) {
     };
     const double pulse = 0.75 + 0.2 * std::sin(seconds * 0.9);
     const double balloonScale = 0.8 * sky_.Height() / std::max(balloon_->GetHeight(), 1);
-    CRect photo = place(1, photo_, pulse), soft = place(3, cup_, 1.15 - pulse * 0.4);
+    CRect photo = place(1, photo_, pulse), soft = place(3, portrait_, 1.15 - pulse * 0.4);
     CRect balloon = place(5, balloon_, balloonScale);
     screen_->BltRotate(&photo, seconds * 0.6 + 0.3, photo.CenterPoint(), *photo_, nullptr, &sky_);
-    screen_->BltRotate(&soft, -seconds * 0.5, soft.CenterPoint(), *cup_, nullptr, &sky_);
+    screen_->BltRotate(&soft, -seconds * 0.5, soft.CenterPoint(), *portrait_, nullptr, &sky_);
     screen_->BltRotate(&balloon, 0.5 * std::sin(seconds * 1.2), balloon.CenterPoint(), *balloon_, nullptr, &sky_);
 }
 
@@ -101,9 +107,12 @@ void TurningPage::DrawOntoPlane(double seconds) {
     pane_->FillColor(nullptr, 0, nullptr);
     pane_->GetAlphaChannel()->Fill(nullptr, 0, nullptr);
     const CPoint middle(pane_->GetWidth() / 2, pane_->GetHeight() / 2);
-    for (int i = 0; i < 3; ++i) {
-        CRect place = BoxAround(middle, soft_->GetWidth() * 0.62, soft_->GetHeight() * 0.62);
-        pane_->BltRotate(&place, seconds * 0.4 + i * 1.0472, middle, *soft_, nullptr, nullptr);
+    for (std::size_t i = 0; i < soft_.size(); ++i) {
+        const double angle = seconds * 0.4 + static_cast<double>(i) * 2.0944;
+        const CPoint at(middle.x + Rounded(pane_->GetWidth() * 0.2 * std::cos(angle)),
+                        middle.y + Rounded(pane_->GetHeight() * 0.2 * std::sin(angle)));
+        CRect place = BoxAround(at, soft_[i]->GetWidth() * 0.45, soft_[i]->GetHeight() * 0.45);
+        pane_->BltRotate(&place, seconds * 0.5 + static_cast<double>(i), at, *soft_[i], nullptr, nullptr);
     }
     screen_->Blt(group_.left, group_.top, *pane_, nullptr, &group_);
 }
