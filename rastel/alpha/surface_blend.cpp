@@ -33,6 +33,30 @@ void AlphaColorRectCPU(unsigned char* target, int targetPitch, DWORD color, cons
     }
 }
 
+struct Rows {
+    unsigned char* target;
+    int targetPitch;
+    const unsigned char* source;
+    int sourcePitch;
+    int width, height;
+};
+
+// What lies over the target is blended with it, and nothing else is needed. The rectangles are clipped.
+template <class Draw>
+int BlendOver(CSurface& targetStore, const CRect& rcDst, CSurface& sourceStore, const CRect& rcSrc, Draw draw) {
+    const PixelLock source(sourceStore);
+    if (!source) {
+        return 0;
+    }
+    const PixelLock target(targetStore);
+    if (!target) {
+        return 0;
+    }
+    draw(Rows{target.At(rcDst.left, rcDst.top), target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(),
+              rcSrc.Width(), rcSrc.Height()});
+    return 1;
+}
+
 }   // namespace
 
 int CSurface::AlphaBlt(int x, int y, CSurface& src, CAlphaChannel& alpha, CRect* pSrcRect, CRect* pClip) {
@@ -95,18 +119,10 @@ int CSurface::AlphaConstBlt(int x, int y, CSurface& src, int alpha, CRect* pSrcR
     if (!ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip)) {
         return 0;
     }
-    const PixelLock source(src);
-    if (!source) {
-        return 0;
-    }
-    const PixelLock target(*this);
-    if (!target) {
-        return 0;
-    }
-    unsigned char* const pixels = target.At(rcDst.left, rcDst.top);
-    AlphaConstRect(pixels, target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(), pixels, target.Pitch(),
-                   rcSrc.Width(), rcSrc.Height(), Opacity(alpha));
-    return 1;
+    return BlendOver(*this, rcDst, src, rcSrc, [=](const Rows& rows) {
+        AlphaConstRect(rows.target, rows.targetPitch, rows.source, rows.sourcePitch, rows.target, rows.targetPitch,
+                       rows.width, rows.height, Opacity(alpha));
+    });
 }
 
 int CSurface::AlphaConstBltEx(int x, int y, CSurface& src, int alpha, CRect* pSrcRect, CSurface* pSecond,
@@ -143,16 +159,8 @@ int CSurface::AlphaConstTransBlt(int x, int y, CSurface& src, int alpha, DWORD k
     if (!ClipRects(rcDst, rcSrc, x, y, src, pSrcRect, pClip)) {
         return 0;
     }
-    const PixelLock source(src);
-    if (!source) {
-        return 0;
-    }
-    const PixelLock target(*this);
-    if (!target) {
-        return 0;
-    }
-    unsigned char* const pixels = target.At(rcDst.left, rcDst.top);
-    AlphaConstTransRect(pixels, target.Pitch(), source.At(rcSrc.left, rcSrc.top), source.Pitch(), pixels,
-                        target.Pitch(), rcSrc.Width(), rcSrc.Height(), Opacity(alpha), RGB2COLOR(key));
-    return 1;
+    return BlendOver(*this, rcDst, src, rcSrc, [=](const Rows& rows) {
+        AlphaConstTransRect(rows.target, rows.targetPitch, rows.source, rows.sourcePitch, rows.target, rows.targetPitch,
+                            rows.width, rows.height, Opacity(alpha), RGB2COLOR(key));
+    });
 }

@@ -8,22 +8,8 @@
 using rastel::PixelLock;
 
 int CAlphaChannel::BltTexturedTriangle(FACE3D& face, CAlphaChannel& src, CRect* pClip) {
-    const CRect clip = rastel::raster::ClipOf(*this, pClip);
-    if (rastel::raster::HasNothingToDraw(face, clip)) {
-        return 1;
-    }
-    PixelLock source(src);
-    if (!source) {
-        return 0;
-    }
-    const PixelLock target(*this);
-    if (!target) {
-        return 0;
-    }
-    const rastel::raster::CopyStep<1> step(source);
-    rastel::raster::DrawTriangle(target, face, clip, src.GetWidth(), src.GetHeight(), step);
-    source.Unlock();   // ahead of the target
-    return 1;
+    return rastel::raster::BltTexels(*this, face, src, pClip,
+                                     [](const PixelLock& source) { return rastel::raster::CopyStep<1>(source); });
 }
 
 int CAlphaChannel::BltTexture(CPoint* const corners, CRect*, CAlphaChannel& src, CRect* pSrcRect, CRect* pClip) {

@@ -42,4 +42,37 @@ void DrawTriangle(const PixelLock& target, const FACE3D& face, const CRect& clip
     }
 }
 
+// One triangle operation: nothing is locked where nothing is to be drawn, and the source is given back ahead of the
+// target. draw(target, source, clip) draws, or returns false for a store that can't be locked.
+template <class Draw>
+int BltTriangle(CSurfaceBase& targetStore, const FACE3D& face, CSurfaceBase& sourceStore, const CRect* pClip,
+                Draw draw) {
+    const CRect clip = ClipOf(targetStore, pClip);
+    if (HasNothingToDraw(face, clip)) {
+        return 1;
+    }
+    PixelLock source(sourceStore);
+    if (!source) {
+        return 0;
+    }
+    const PixelLock target(targetStore);
+    if (!target || !draw(target, source, clip)) {
+        return 0;
+    }
+    source.Unlock();
+    return 1;
+}
+
+// The same where the source's texels and a constant are all that a step needs.
+template <class MakeStep>
+int BltTexels(CSurfaceBase& targetStore, const FACE3D& face, CSurfaceBase& sourceStore, const CRect* pClip,
+              MakeStep makeStep) {
+    return BltTriangle(targetStore, face, sourceStore, pClip,
+                       [&](const PixelLock& target, const PixelLock& source, const CRect& clip) {
+                           DrawTriangle(target, face, clip, sourceStore.GetWidth(), sourceStore.GetHeight(),
+                                        makeStep(source));
+                           return true;
+                       });
+}
+
 }   // namespace rastel::raster
