@@ -1,9 +1,5 @@
-// The exchange with DIBs and GDI+ is not offered yet: the operations refuse.
+// The exchange with GDI+ is not offered yet: the operations refuse.
 #include "rastel/composite/adv_surface.h"
-
-int CAdvSurface::SetDib(winext::CDib&, winext::CDib*) {
-    return 0;
-}
 
 Gdiplus::Bitmap* CAdvSurface::CreateBitmap() {
     return nullptr;

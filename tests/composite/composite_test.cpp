@@ -4,6 +4,7 @@
 #include <climits>
 
 #include "rastel/alpha/dib_alpha_channel.h"
+#include "rastel/image/dib.h"
 #include "tests/composite/composite_fixture.h"
 
 using rastel::Reference;
@@ -123,6 +124,37 @@ TEST_F(Composite, AMaskIsTheShapeInsideABorder) {
     for (const int border : {-5, -100, INT_MIN, INT_MAX}) {
         EXPECT_EQ(large.MakeMask(border, 0, 255), nullptr);
     }
+}
+
+TEST_F(Composite, TakesImagesAndScalesThemToItself) {
+    winext::CDib colors, grey;
+    ASSERT_EQ(colors.Create(2, 2, 24), 1);   // bottom-up
+    const int pitch = colors.GetPitch();
+    for (int i = 0; i < 6; ++i) {
+        colors.GetBits()[i] = static_cast<unsigned char>(10 * i);            // the lower row
+        colors.GetBits()[pitch + i] = static_cast<unsigned char>(100 + i);   // the upper row
+    }
+    ASSERT_EQ(grey.Create(1, -1, 8), 1);
+    grey.SetColor(7, 0x505050);
+    grey.GetBits()[0] = 7;
+
+    CAdvSurface composite;
+    EXPECT_EQ(composite.SetDib(grey, nullptr), 1);   // an empty one takes the image's size
+    EXPECT_EQ(composite.GetWidth(), 1);
+    ASSERT_EQ(composite.InitializeSurface(4, 4, 0), 1);
+    EXPECT_EQ(composite.SetDib(colors, nullptr), 1);
+    EXPECT_EQ(composite.GetWidth(), 4);
+    EXPECT_EQ(composite.GetAlphaChannel(), nullptr);
+    const std::vector<DWORD> pixels = rastel::test::PixelsOf(*composite.GetSurface());
+    EXPECT_EQ(pixels[0] & 0xFFFFFF, 0x666564u);
+    EXPECT_EQ(pixels[3] & 0xFFFFFF, 0x696867u);
+    EXPECT_EQ(pixels[15] & 0xFFFFFF, 0x32281Eu);
+    EXPECT_EQ(composite.SetDib(colors, &grey), 1);
+    ASSERT_NE(composite.GetAlphaChannel(), nullptr);
+    EXPECT_EQ(BytesOf(*composite.GetAlphaChannel()), Bytes(16, 0x50));
+
+    winext::CDib empty;
+    EXPECT_EQ(composite.SetDib(empty, nullptr), 0);
 }
 
 }   // namespace
