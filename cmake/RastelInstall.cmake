@@ -38,17 +38,17 @@ foreach(header IN LISTS publicHeaders)
   install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}")
 endforeach()
 
-# What a static library's consumer has to find besides FreeType: prefix=module,module.
+# What a static library's consumer has to find besides FreeType, PNG and JPEG: prefix=module,module.
 set(RASTEL_PKG_CONFIG_NAMES)
 set(RASTEL_PC_REQUIRES)
 set(RASTEL_PC_LIBS)
 if(BUILD_SHARED_LIBS)
   # A shared one brings its own along.
 elseif(WIN32)
-  set(RASTEL_PC_LIBS "-lgdi32 -luser32 -ladvapi32 -lole32")
+  set(RASTEL_PC_LIBS "-lgdi32 -luser32 -ladvapi32 -lole32 -lgdiplus")
 else()
-  set(RASTEL_PKG_CONFIG_NAMES "RASTEL_FONTCONFIG=fontconfig")
-  set(RASTEL_PC_REQUIRES "freetype2 fontconfig")
+  set(RASTEL_PKG_CONFIG_NAMES "RASTEL_FONTCONFIG=fontconfig RASTEL_CAIRO=cairo")
+  set(RASTEL_PC_REQUIRES "freetype2 fontconfig cairo libpng libjpeg")
   if(RASTEL_X11)
     string(APPEND RASTEL_PKG_CONFIG_NAMES " RASTEL_XCB=xcb,xcb-shm,xcb-randr")
     string(APPEND RASTEL_PC_REQUIRES " xcb xcb-shm xcb-randr")
