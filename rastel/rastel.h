@@ -6,6 +6,7 @@
 #include "rastel/alpha/dib_alpha_channel.h"
 #include "rastel/composite/adv_kernels.h"
 #include "rastel/composite/adv_surface.h"
+#include "rastel/composite/surface_graphics.h"
 #include "rastel/display/display_manager.h"
 #include "rastel/display/palette_map.h"
 #include "rastel/display/primary_surface.h"

@@ -3,12 +3,14 @@
 
 #include <climits>
 #include <cstring>
+#include <memory>
 #include <numeric>
 #include <tuple>
 
 #include "rastel/image/dib.h"
 #include "rastel/image/dib_section.h"
 #include "rastel/platform/gdi.h"
+#include "rastel/platform/gdiplus.h"
 #include "rastel/platform/kernel.h"
 #include "tests/image/icon_bytes.h"
 
@@ -158,6 +160,32 @@ TEST(DibExchange, AttachedHeadersMayLie) {
     CDib copy;
     copy.Assign(image);
     ExpectEmpty(copy);
+}
+
+TEST(DibExchange, BitmapsOfGdiplusComeOutUprightFromBottomUpImages) {
+    for (const int bits : {24, 32}) {
+        CDib image;
+        Fill(image, 5, 3, bits);
+        const std::unique_ptr<Gdiplus::Bitmap> bitmap(image.CreateBitmap());
+        ASSERT_TRUE(bitmap);
+        EXPECT_EQ(bitmap->GetPixelFormat(), bits == 24 ? PixelFormat24bppRGB : PixelFormat32bppARGB);
+        Gdiplus::BitmapData data{};
+        const Gdiplus::Rect whole(0, 0, 5, 3);
+        ASSERT_EQ(bitmap->LockBits(&whole, Gdiplus::ImageLockModeRead, bitmap->GetPixelFormat(), &data), Gdiplus::Ok);
+        const auto rowBytes = static_cast<std::size_t>(5 * bits / 8);
+        for (int y = 0; y < 3; ++y) {
+            EXPECT_EQ(std::memcmp(static_cast<unsigned char*>(data.Scan0) + y * data.Stride,
+                                  image.GetBits() + (2 - y) * image.GetPitch(), rowBytes),
+                      0);
+        }
+        bitmap->UnlockBits(&data);
+    }
+    for (const int bits : {1, 8, 16}) {
+        CDib image;
+        image.Create(4, 4, bits);
+        EXPECT_EQ(image.CreateBitmap(), nullptr);
+    }
+    EXPECT_EQ(CDib().CreateBitmap(), nullptr);
 }
 
 TEST(DibExchange, CopyDibLosesTheOrientation) {
