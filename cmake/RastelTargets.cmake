@@ -26,6 +26,9 @@ if(RASTEL_SANITIZE)
                                                 -fno-omit-frame-pointer)
   target_link_options(rastel_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(RASTEL_FUZZ)
+  target_compile_options(rastel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # Instruction sets come from a file's suffix and from nowhere else.
 function(rastel_apply_suffix_flags)

@@ -5,7 +5,7 @@ import os
 import re
 import sys
 
-SKIPPED_FOLDERS = {".git", "build", "out", "__pycache__"}
+SKIPPED_FOLDERS = {".git", "build", "corpus", "out", "__pycache__"}
 CODE = (".h", ".cpp", ".inc")
 TEXT = CODE + (".md", ".txt", ".cmake", ".in", ".json", ".py", "")
 LONGEST_FILE = 600
