@@ -7,6 +7,7 @@
 #include "examples/showcase/options.h"
 #include "examples/showcase/page.h"
 #include "examples/support/picture_file.h"
+#include "rastel/platform/gdiplus.h"
 
 namespace rastel::showcase {
 
@@ -52,6 +53,21 @@ private:
 };
 
 constexpr double secondsOfPage = 8;
+
+// GDI+ is the host's to start.
+class GdiplusSession {
+public:
+    GdiplusSession() {
+        const Gdiplus::GdiplusStartupInput input;
+        Gdiplus::GdiplusStartup(&token_, &input, nullptr);
+    }
+    ~GdiplusSession() { Gdiplus::GdiplusShutdown(token_); }
+    GdiplusSession(const GdiplusSession&) = delete;
+    GdiplusSession& operator=(const GdiplusSession&) = delete;
+
+private:
+    ULONG_PTR token_ = 0;
+};
 
 struct Show {
     CDisplayManager& manager;
@@ -125,6 +141,7 @@ int Run(const Options& options, const std::string& program) {
         return Fail(error.empty() ? "there is no display" : error);
     }
 
+    const GdiplusSession gdiplus;
     CDisplayManager manager;
     manager.Initialize(window->Handle());
     const Reference<CPrimarySurface> primary(manager.CreatePrimarySurface());

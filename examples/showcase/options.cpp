@@ -15,8 +15,8 @@ const char usage[] =
     "it is closed, or, without a display, in memory, and writes what the screen shows to a PNG file.\n"
     "\n"
     "  --out FILE                     the PNG file; in memory showcase.png unless given, of a window only if given\n"
-    "  --page NAME                    sprites, blending or turning; unless given, a window shows them by turns, and\n"
-    "                                 what is drawn in memory is the first\n"
+    "  --page NAME                    sprites, blending, turning or text; unless given, a window shows them by\n"
+    "                                 turns, and what is drawn in memory is the first\n"
     "  --frames N                     stop after N frames; in memory 1 unless given\n"
     "  --display memory:WxHxBITS      present in memory on a screen of that size; BITS is 8, 15, 16, 24 or 32\n"
     "  --help                         this text\n";
@@ -50,7 +50,7 @@ std::optional<Options> ReadOptions(int count, char** arguments, std::string& err
             const auto* const found = std::find_if(std::begin(pages), std::end(pages),
                                                    [&](const PageEntry& page) { return wanted == page.name; });
             if (found == std::end(pages)) {
-                error = "--page needs sprites, blending or turning";
+                error = "--page needs sprites, blending, turning or text";
                 return std::nullopt;
             }
             options.page = static_cast<std::size_t>(found - pages);

@@ -51,12 +51,13 @@ private:
 std::unique_ptr<Page> MakeSpritesPage(const PageSetup& setup);
 std::unique_ptr<Page> MakeBlendingPage(const PageSetup& setup);
 std::unique_ptr<Page> MakeTurningPage(const PageSetup& setup);
+std::unique_ptr<Page> MakeTextPage(const PageSetup& setup);
 
 struct PageEntry {
     const char* name;
     std::unique_ptr<Page> (*make)(const PageSetup& setup);
 };
 inline constexpr PageEntry pages[] = {
-    {"sprites", MakeSpritesPage}, {"blending", MakeBlendingPage}, {"turning", MakeTurningPage}};
+    {"sprites", MakeSpritesPage}, {"blending", MakeBlendingPage}, {"turning", MakeTurningPage}, {"text", MakeTextPage}};
 
 }   // namespace rastel::showcase

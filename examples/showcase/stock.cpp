@@ -100,6 +100,7 @@ std::optional<Stock> LoadStock(CDisplayManager& manager, const std::vector<std::
         return std::nullopt;
     }
     Stock stock;
+    stock.folder = folder;
     error = "there is not enough memory for the pictures";
     for (Picture& photo : *photos) {
         Flatten(photo);

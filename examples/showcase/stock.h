@@ -16,6 +16,7 @@ struct Stock {
     example::Plane brightness;              // of the first photograph
     example::Surface balloon, cup;          // on spriteKey
     example::Plane cupCoverage;
+    std::string folder;   // where the files came from
 
     CSurface& Photo(std::size_t index) const { return *photos[index % photos.size()]; }
 };

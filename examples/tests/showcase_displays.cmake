@@ -6,7 +6,7 @@ foreach(bits 8 15 16 24 32)
   run(0 ARGS --display memory:320x240x32 --out again.png page-${bits}.png)
 endforeach()
 
-foreach(page sprites blending turning)
+foreach(page sprites blending turning text)
   foreach(pass first again)
     run(0 ARGS --page ${page} --out=${pass}.png --display=memory:401x301x32)
     file(SHA256 "${FOLDER}/${pass}.png" ${pass})

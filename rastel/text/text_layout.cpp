@@ -5,17 +5,13 @@
 #include <limits>
 
 #include "rastel/platform/kernel.h"
+#include "rastel/platform/user.h"
 #include "rastel/text/text_render.h"
 
 namespace {
 
 constexpr wchar_t lineEnd = L'\r';
 constexpr wchar_t lineFeed = L'\n';
-
-constexpr UINT centred = 1;
-constexpr UINT atRight = 2;
-constexpr UINT centredVertically = 4;
-constexpr UINT atBottom = 8;
 
 int ToInt(std::int64_t value) {
     return static_cast<int>(
@@ -28,20 +24,20 @@ std::int64_t Span(LONG first, LONG second) {
 }
 
 std::int64_t TopOf(const CRect& rc, std::int64_t total, UINT format) {
-    if (format & atBottom) {
+    if (format & DT_BOTTOM) {
         return rc.bottom - total;
     }
-    return format & centredVertically ? (Span(rc.top, rc.bottom) - total) / 2 + rc.top : rc.top;
+    return format & DT_VCENTER ? (Span(rc.top, rc.bottom) - total) / 2 + rc.top : rc.top;
 }
 
 std::int64_t LeftOf(const CRect& rc, UINT format, HDC hDC, const wchar_t* line, int length) {
     std::int64_t x = rc.left;
-    if (format & (centred | atRight)) {
+    if (format & (DT_CENTER | DT_RIGHT)) {
         SIZE size = {};
         ::GetTextExtentPoint32W(hDC, line, length, &size);
         const std::int64_t room = Span(rc.left, rc.right) - size.cx;
-        x += format & centred ? room / 2 : 0;
-        x += format & atRight ? room : 0;
+        x += format & DT_CENTER ? room / 2 : 0;
+        x += format & DT_RIGHT ? room : 0;
     }
     return x;
 }

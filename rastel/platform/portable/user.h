@@ -6,6 +6,14 @@
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
 
+// Where a text goes in its rectangle.
+#define DT_TOP 0
+#define DT_LEFT 0
+#define DT_CENTER 1
+#define DT_RIGHT 2
+#define DT_VCENTER 4
+#define DT_BOTTOM 8
+
 #define ENUM_CURRENT_SETTINGS (static_cast<DWORD>(-1))
 #define ENUM_REGISTRY_SETTINGS (static_cast<DWORD>(-2))
 
