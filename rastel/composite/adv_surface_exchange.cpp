@@ -8,6 +8,7 @@
 #include "rastel/composite/adv_surface.h"
 #include "rastel/platform/gdiplus.h"
 #include "rastel/surface/bounds.h"
+#include "rastel/surface/kernels.h"
 #include "rastel/surface/pixel_lock.h"
 #include "rastel/surface/surface.h"
 
@@ -54,16 +55,6 @@ void JoinRow(unsigned char* __restrict target, const unsigned char* __restrict c
     for (int x = 0; x < width; ++x) {
         const DWORD word = (LoadWord(colors + x * 4) & 0x00FFFFFF) | static_cast<DWORD>(plane[x]) << 24;
         std::memcpy(target + x * 4, &word, sizeof(word));
-    }
-}
-
-// Pixels as they are, and their fourth bytes to the plane.
-void SplitRow(unsigned char* __restrict colors, unsigned char* __restrict plane, const unsigned char* __restrict source,
-              int width) {
-    for (int x = 0; x < width; ++x) {
-        const DWORD word = LoadWord(source + x * 4);
-        std::memcpy(colors + x * 4, &word, sizeof(word));
-        plane[x] = static_cast<unsigned char>(word >> 24);
     }
 }
 
@@ -146,7 +137,9 @@ int CAdvSurface::SetBitmap(Gdiplus::Bitmap& bitmap) {
             return 0;
         }
         for (int y = 0; y < m_Height; ++y) {
-            SplitRow(colors.At(0, y), plane.At(0, y), source.Row(y), m_Width);
+            // The row is still near when the plane is taken from it.
+            std::memcpy(colors.At(0, y), source.Row(y), static_cast<std::size_t>(m_Width) * 4);
+            rastel::kernels::Rows().alphaBytesRect(plane.At(0, y), 0, source.Row(y), 0, m_Width, 1);
         }
         plane.Unlock();
         return 1;

@@ -39,6 +39,8 @@ struct RowTable {
                                 DWORD color);
     void (*opaqueMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
                            DWORD color);
+    // The pixels' fourth bytes.
+    void (*alphaBytesRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height);
     // The low 24 bits are compared: equal gives `outside`, different `inside`.
     void (*keyMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
                         DWORD key, BYTE outside, BYTE inside);

@@ -55,6 +55,12 @@ struct Vec {
             _mm256_packs_epi16(_mm256_packs_epi32(equal(0), equal(1)), _mm256_packs_epi32(equal(2), equal(3)));
         return _mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
     }
+    static V AlphaBytes(const BYTE* source) {   // the fourth bytes of 32 pixels
+        const auto alpha = [=](int i) { return _mm256_srli_epi32(Load(source + i * bytes), 24); };
+        const V packed =
+            _mm256_packus_epi16(_mm256_packs_epi32(alpha(0), alpha(1)), _mm256_packs_epi32(alpha(2), alpha(3)));
+        return _mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+    }
     static V EqualPixelsHalf(const BYTE* source, V mask, V color) {
         const auto equal = [=](int i) { return Equal32(And(Load(source + i * bytes), mask), color); };
         const V words = _mm256_packs_epi32(equal(0), equal(1));

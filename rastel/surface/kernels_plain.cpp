@@ -139,6 +139,14 @@ void OpaqueMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourceP
     });
 }
 
+void AlphaBytesRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
+        for (int x = 0; x < width; ++x) {
+            p[x] = s[x * 4 + 3];
+        }
+    });
+}
+
 void KeyMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height, DWORD key,
                  BYTE outside, BYTE inside) {
     ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
@@ -229,6 +237,7 @@ const RowTable plainTable = {
     .invertRect = InvertRect,
     .transparentMaskRect = TransparentMaskRect,
     .opaqueMaskRect = OpaqueMaskRect,
+    .alphaBytesRect = AlphaBytesRect,
     .keyMaskRect = KeyMaskRect,
     .alphaRect = plain::AlphaRect,
     .alphaColorRect = plain::AlphaColorRect,

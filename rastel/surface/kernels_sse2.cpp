@@ -48,6 +48,10 @@ struct Vec {
         const auto equal = [=](int i) { return Equal32(And(Load(source + i * bytes), mask), color); };
         return _mm_packs_epi16(_mm_packs_epi32(equal(0), equal(1)), _mm_packs_epi32(equal(2), equal(3)));
     }
+    static V AlphaBytes(const BYTE* source) {   // the fourth bytes of 16 pixels
+        const auto alpha = [=](int i) { return _mm_srli_epi32(Load(source + i * bytes), 24); };
+        return _mm_packus_epi16(_mm_packs_epi32(alpha(0), alpha(1)), _mm_packs_epi32(alpha(2), alpha(3)));
+    }
     static V EqualPixelsHalf(const BYTE* source, V mask, V color) {
         const auto equal = [=](int i) { return Equal32(And(Load(source + i * bytes), mask), color); };
         const V words = _mm_packs_epi32(equal(0), equal(1));

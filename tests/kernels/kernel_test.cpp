@@ -219,6 +219,12 @@ TEST(Kernels, MasksCompareTheirBits) {
             c.table.opaqueMaskRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height, key);
         },
         [](BYTE* t, const BYTE* s) { *t = Word(s) != key ? 255 : *t; });
+    CheckPair(
+        1, 4, key,
+        [](RectCase& c, Operand& t, Operand& s) {
+            c.table.alphaBytesRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+        },
+        [](BYTE* t, const BYTE* s) { *t = s[3]; });
     for (const DWORD given : {key, key | 0xFF000000}) {
         CheckPair(
             1, 4, key,
@@ -248,6 +254,7 @@ TEST(Kernels, EmptyRectanglesTouchNothing) {
             table->invertRect(nullptr, 0, width, height);
             table->transparentMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
             table->opaqueMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
+            table->alphaBytesRect(nullptr, 0, nullptr, 0, width, height);
             table->keyMaskRect(nullptr, 0, nullptr, 0, width, height, 1, 2, 3);
         }
     }
