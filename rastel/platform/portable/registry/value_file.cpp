@@ -176,7 +176,8 @@ std::optional<Value> ParseFile(std::string_view contents) {
     if (*form == "text") {
         value.data.insert(value.data.end(), sizeof(wchar_t), 0);
     }
-    return value.data.size() <= mostDataBytes ? std::optional(std::move(value)) : std::nullopt;
+    // Another spelling of the same value, its check worked out anew, was written by somebody else.
+    return FileContents(value) == whole ? std::optional(std::move(value)) : std::nullopt;
 }
 
 }   // namespace rastel::platform::registry
