@@ -91,6 +91,14 @@ struct RowTable {
     // For each colour byte (target * (256 - w) + source * w) >> 8, w the plane's byte, but 256 for 255; the target
     // keeps its alpha byte.
     void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);
+
+    // Rows of pixels in the formats of displays, each channel cut to its top bits: words of 5-5-5 and 5-6-5 bits with
+    // red on top, three bytes from blue to red, and indices out of a map of 512 entries that the top three bits choose
+    // from, red lowest.
+    void (*to555Row)(BYTE* target, const BYTE* source, int width);
+    void (*to565Row)(BYTE* target, const BYTE* source, int width);
+    void (*to24Row)(BYTE* target, const BYTE* source, int width);
+    void (*toIndexRow)(BYTE* target, const BYTE* source, const BYTE* map, int width);
 };
 
 constexpr int filterPadding = 64;

@@ -67,6 +67,27 @@ struct Vec {
         return _mm256_permutevar8x32_epi32(_mm256_packs_epi16(words, words), _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
     }
 
+    // Display formats.
+    template <int count>
+    static V ShiftRight32(V a) {
+        return _mm256_srli_epi32(a, count);
+    }
+    static V MultiplyAdd16(V a, V b) { return _mm256_madd_epi16(a, b); }
+    static V LowWords(V first, V second) {   // of 32-bit values up to 65535, in order
+        return _mm256_permute4x64_epi64(_mm256_packus_epi32(first, second), 0xD8);
+    }
+    // Stores reach beyond the pixels that they are for, but never beyond the row's. Returns how many it has done.
+    static int DropFourthBytes(BYTE* target, const BYTE* source, int width) {
+        const V kept = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0, 1, 2, 4, 5, 6, 8, 9,
+                                        10, 12, 13, 14, -1, -1, -1, -1);
+        const V order = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7);
+        int x = 0;
+        for (; x + 11 <= width; x += 8) {
+            Store(target + x * 3, _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(source + x * 4), kept), order));
+        }
+        return x;
+    }
+
     // Blending. The plane bytes of two vectors of pixels become the words of one, ordered as unpacking within lanes
     // wants them: pixels 0 to 3 and 8 to 11 in the low lane, 4 to 7 and 12 to 15 in the high one.
     struct Weights {
@@ -231,6 +252,8 @@ struct Vec {
 #include "rastel/surface/filter_bodies.inc"
 
 #include "rastel/surface/texture_bodies.inc"
+
+#include "rastel/surface/convert_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 

@@ -220,6 +220,36 @@ void TextureBlendRow(BYTE* target, const BYTE* source, const BYTE* alpha, int co
     }
 }
 
+// One pixel as the display's word, its channels cut.
+template <class Word>
+void WordsRow(BYTE* target, const BYTE* source, int width, Word word) {
+    for (int x = 0; x < width; ++x) {
+        const auto packed = static_cast<WORD>(word(LoadPixel(source + x * 4)));
+        std::memcpy(target + x * 2, &packed, sizeof(packed));
+    }
+}
+
+void To555Row(BYTE* target, const BYTE* source, int width) {
+    WordsRow(target, source, width, [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 6 & 0x3E0) | (p >> 9 & 0x7C00); });
+}
+
+void To565Row(BYTE* target, const BYTE* source, int width) {
+    WordsRow(target, source, width, [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 5 & 0x7E0) | (p >> 8 & 0xF800); });
+}
+
+void To24Row(BYTE* target, const BYTE* source, int width) {
+    for (int x = 0; x < width; ++x) {
+        std::memcpy(target + x * 3, source + x * 4, 3);
+    }
+}
+
+void ToIndexRow(BYTE* target, const BYTE* source, const BYTE* map, int width) {
+    for (int x = 0; x < width; ++x) {
+        const DWORD p = LoadPixel(source + x * 4);
+        target[x] = map[(p >> 21 & 7) | (p >> 10 & 0x38) | (p << 1 & 0x1C0)];
+    }
+}
+
 }   // namespace
 
 const RowTable plainTable = {
@@ -254,6 +284,10 @@ const RowTable plainTable = {
     .textureRow = TextureRow,
     .textureBytesRow = TextureBytesRow,
     .textureBlendRow = TextureBlendRow,
+    .to555Row = To555Row,
+    .to565Row = To565Row,
+    .to24Row = To24Row,
+    .toIndexRow = ToIndexRow,
 };
 
 }   // namespace rastel::kernels

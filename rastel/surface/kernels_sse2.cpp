@@ -58,6 +58,18 @@ struct Vec {
         return _mm_packs_epi16(words, words);
     }
 
+    // Display formats.
+    template <int count>
+    static V ShiftRight32(V a) {
+        return _mm_srli_epi32(a, count);
+    }
+    static V MultiplyAdd16(V a, V b) { return _mm_madd_epi16(a, b); }
+    static V LowWords(V first, V second) {   // of 32-bit values up to 65535: made signed, as the packing wants them
+        const auto asSigned = [](V a) { return _mm_srai_epi32(_mm_slli_epi32(a, 16), 16); };
+        return _mm_packs_epi32(asSigned(first), asSigned(second));
+    }
+    static int DropFourthBytes(BYTE*, const BYTE*, int) { return 0; }   // no byte shuffle in this set
+
     // Blending. The plane bytes of two vectors of pixels become the words of one.
     struct Weights {
         V low, high;   // for the pixels that WidenLow and WidenHigh give
@@ -157,6 +169,8 @@ struct Vec {
 #include "rastel/surface/filter_bodies.inc"
 
 #include "rastel/surface/texture_bodies.inc"
+
+#include "rastel/surface/convert_bodies.inc"
 
 #include "rastel/surface/filled_table.inc"
 
