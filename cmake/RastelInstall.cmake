@@ -45,7 +45,7 @@ set(RASTEL_PC_LIBS)
 if(BUILD_SHARED_LIBS)
   # A shared one brings its own along.
 elseif(WIN32)
-  set(RASTEL_PC_LIBS "-lgdi32 -luser32 -ladvapi32 -lole32 -lgdiplus")
+  set(RASTEL_PC_LIBS "-lgdi32 -luser32 -ladvapi32 -lole32 -ldxguid -luuid -lgdiplus")
 else()
   set(RASTEL_PKG_CONFIG_NAMES "RASTEL_FONTCONFIG=fontconfig RASTEL_CAIRO=cairo")
   set(RASTEL_PC_REQUIRES "freetype2 fontconfig cairo libpng libjpeg")

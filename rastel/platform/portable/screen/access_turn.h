@@ -20,6 +20,16 @@ public:
         return true;
     }
 
+    // The same without waiting. False: somebody has it.
+    bool TryTake() {
+        const std::lock_guard lock(mutex_);
+        if (holder_ != std::thread::id()) {
+            return false;
+        }
+        holder_ = std::this_thread::get_id();
+        return true;
+    }
+
     bool IsMine() const {
         const std::lock_guard lock(mutex_);
         return holder_ == std::this_thread::get_id();

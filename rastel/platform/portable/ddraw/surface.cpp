@@ -1,0 +1,430 @@
+#include "rastel/platform/portable/ddraw/surface.h"
+
+#include <cstring>
+#include <new>
+
+#include "rastel/platform/portable/screen/device_faults.h"
+
+namespace rastel::platform {
+
+namespace {
+
+// False: not a format that the rasters know.
+bool ReadFormat(const DDPIXELFORMAT& described, PixelFormat* format) {
+    const DWORD bits = described.dwRGBBitCount;
+    if (described.dwSize != sizeof(DDPIXELFORMAT) || !(described.dwFlags & DDPF_RGB)) {
+        return false;
+    }
+    if (described.dwFlags & DDPF_PALETTEINDEXED8) {
+        *format = FormatOfDepth(8);
+        return bits == 8;
+    }
+    const bool isKnown = bits == 15 || bits == 16 || bits == 24 || bits == 32;
+    *format = {bits == 15 ? 16 : static_cast<int>(bits), described.dwRBitMask, described.dwGBitMask,
+               described.dwBBitMask};
+    return isKnown && format->redMask != 0 && format->greenMask != 0 && format->blueMask != 0;
+}
+
+bool IsInside(const RECT& inner, const RECT& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom && inner.left < inner.right && inner.top < inner.bottom;
+}
+
+}   // namespace
+
+HRESULT DeviceSurface::Make(DirectDraw& maker, const DDSURFACEDESC& description, LPDIRECTDRAWSURFACE* surface) try {
+    auto* const made = new (std::nothrow) DeviceSurface(maker);
+    if (!made) {
+        return DDERR_OUTOFMEMORY;
+    }
+    const DWORD caps = description.ddsCaps.dwCaps;
+    HRESULT result = DDERR_INVALIDCAPS;
+    if (caps & DDSCAPS_PRIMARYSURFACE) {
+        result = made->TakeScreen(caps);
+    } else if (caps & DDSCAPS_OFFSCREENPLAIN) {
+        result = made->TakeMemory(description);
+    }
+    if (result == DD_OK) {
+        *surface = made;
+    } else {
+        made->Release();
+    }
+    return result;
+} catch (const std::bad_alloc&) {
+    return DDERR_OUTOFMEMORY;
+}
+
+DeviceSurface::DeviceSurface(DirectDraw& maker) : maker_(maker), generation_(DeviceSurfaceGeneration()) {
+    maker_.AddRef();
+}
+
+DeviceSurface::~DeviceSurface() {
+    if (context_) {
+        RemoveObject(context_);
+    }
+    if (accessed_ && turn_.IsMine()) {
+        accessed_->EndAccess();
+    }
+    if (clipper_) {
+        clipper_->Release();
+    }
+    if (palette_) {
+        palette_->Show(false);
+        palette_->Release();
+    }
+    maker_.Release();
+}
+
+HRESULT DeviceSurface::TakeScreen(DWORD caps) {
+    const auto display = Display();
+    const DisplayMode mode = display->Mode();
+    isScreen_ = hasDisplayFormat_ = true;
+    caps_ = caps | DDSCAPS_VISIBLE | DDSCAPS_VIDEOMEMORY;
+    width_ = mode.width;
+    height_ = mode.height;
+    format_ = display->Format();
+    toldBits_ = mode.bitsPerPixel;
+    pitch_ =
+        static_cast<int>((std::int64_t{width_} * format_.bitsPerPixel + 31) / 32 * 4) + display->Traits().pitchPadding;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::TakeMemory(const DDSURFACEDESC& description) {
+    constexpr DWORD size = DDSD_WIDTH | DDSD_HEIGHT;
+    if ((description.dwFlags & size) != size || description.dwWidth == 0 || description.dwHeight == 0) {
+        return DDERR_INVALIDPARAMS;
+    }
+    const auto display = Display();
+    hasDisplayFormat_ = !(description.dwFlags & DDSD_PIXELFORMAT);
+    if (hasDisplayFormat_) {
+        format_ = display->Format();
+        toldBits_ = display->Mode().bitsPerPixel;
+    } else if (ReadFormat(description.ddpfPixelFormat, &format_)) {
+        toldBits_ = static_cast<int>(description.ddpfPixelFormat.dwRGBBitCount);
+    } else {
+        return DDERR_INVALIDPIXELFORMAT;
+    }
+    const std::int64_t rowBytes = (std::int64_t{description.dwWidth} * format_.bitsPerPixel / 8 + 15) / 16 * 16;
+    const std::int64_t pitch = rowBytes + display->Traits().pitchPadding;
+    if (pitch > INT32_MAX || description.dwHeight > INT32_MAX / pitch) {
+        return DDERR_OUTOFMEMORY;
+    }
+    auto bitmap = std::make_shared<BitmapObject>();
+    bitmap->width = width_ = static_cast<int>(description.dwWidth);
+    bitmap->height = height_ = static_cast<int>(description.dwHeight);
+    bitmap->pitch = pitch_ = static_cast<int>(pitch);
+    bitmap->format = format_;
+    if (!bitmap->pixels.Allocate(pitch * height_)) {
+        return DDERR_OUTOFMEMORY;
+    }
+    bitmap_ = std::move(bitmap);
+    caps_ = description.ddsCaps.dwCaps | DDSCAPS_SYSTEMMEMORY;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::QueryInterface(REFIID wanted, void** object) {
+    if (!object) {
+        return E_POINTER;
+    }
+    if (Fails("QueryInterface", object)) {
+        return E_FAIL;
+    }
+    if (wanted == IID_IDirectDrawSurface2) {
+        return HandOut(static_cast<IDirectDrawSurface2*>(this), object);
+    }
+    return HandOut(
+        wanted == IID_IUnknown || wanted == IID_IDirectDrawSurface ? static_cast<IDirectDrawSurface*>(this) : nullptr,
+        object);
+}
+
+ULONG DeviceSurface::Release() {
+    const ULONG left = references_.Take();
+    if (left == 0) {
+        delete this;
+    }
+    return left;
+}
+
+bool DeviceSurface::HasLostMemory() const {
+    return generation_ != DeviceSurfaceGeneration();
+}
+
+HRESULT DeviceSurface::IsLost() {
+    if (ShouldFail("IsLost")) {
+        return E_FAIL;
+    }
+    return HasLostMemory() ? DDERR_SURFACELOST : DD_OK;
+}
+
+HRESULT DeviceSurface::Restore() {
+    if (ShouldFail("Restore")) {
+        return E_FAIL;
+    }
+    if (!HasLostMemory()) {
+        return DD_OK;
+    }
+    if (isScreen_) {
+        TakeScreen(caps_);
+    } else if (hasDisplayFormat_ && Display()->Format() != format_) {
+        return DDERR_WRONGMODE;
+    } else {
+        std::memset(bitmap_->pixels.Data(), 0, static_cast<std::size_t>(pitch_) * static_cast<std::size_t>(height_));
+    }
+    generation_ = DeviceSurfaceGeneration();
+    return DD_OK;
+}
+
+void DeviceSurface::Describe(DDSURFACEDESC* description) const {
+    *description = {};
+    description->dwSize = sizeof(*description);
+    description->dwFlags = DDSD_CAPS | DDSD_HEIGHT | DDSD_WIDTH | DDSD_PITCH | DDSD_PIXELFORMAT;
+    description->dwHeight = static_cast<DWORD>(height_);
+    description->dwWidth = static_cast<DWORD>(width_);
+    description->lPitch = pitch_;
+    description->ddpfPixelFormat = DescribedFormat(format_, toldBits_);
+    description->ddsCaps.dwCaps = caps_;
+    if (hasKey_) {
+        description->dwFlags |= DDSD_CKSRCBLT;
+        description->ddckCKSrcBlt = key_;
+    }
+}
+
+HRESULT DeviceSurface::GetSurfaceDesc(LPDDSURFACEDESC description) {
+    if (ShouldFail("GetSurfaceDesc")) {
+        return E_FAIL;
+    }
+    if (!description || description->dwSize != sizeof(DDSURFACEDESC)) {
+        return DDERR_INVALIDPARAMS;
+    }
+    Describe(description);
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetPixelFormat(LPDDPIXELFORMAT format) {
+    if (ShouldFail("GetPixelFormat")) {
+        return E_FAIL;
+    }
+    if (!format || format->dwSize != sizeof(DDPIXELFORMAT)) {
+        return DDERR_INVALIDPARAMS;
+    }
+    *format = DescribedFormat(format_, toldBits_);
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetCaps(LPDDSCAPS caps) {
+    if (!caps) {
+        return DDERR_INVALIDPARAMS;
+    }
+    caps->dwCaps = caps_;
+    return ShouldFail("GetCaps") ? E_FAIL : DD_OK;
+}
+
+HRESULT DeviceSurface::FirstPixel(const RECT& area, void** address, LONG* pitch) {
+    PixelBuffer pixels;
+    if (isScreen_) {
+        const auto display = Display();
+        if (!display->BeginAccess(nullptr, area, Access::ReadWrite, &pixels)) {
+            return DDERR_CURRENTLYNOTAVAIL;
+        }
+        accessed_ = display;
+        *address = pixels.bits;
+        *pitch = pixels.pitch;
+        return DD_OK;
+    }
+    *address = bitmap_->pixels.Data() + static_cast<std::ptrdiff_t>(area.top) * pitch_ +
+               static_cast<std::ptrdiff_t>(area.left) * (format_.bitsPerPixel / 8);
+    *pitch = pitch_;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::Lock(LPRECT area, LPDDSURFACEDESC description, DWORD flags, HANDLE) {
+    if (ShouldFail("Lock")) {
+        return E_FAIL;
+    }
+    if (!description || description->dwSize != sizeof(DDSURFACEDESC)) {
+        return DDERR_INVALIDPARAMS;
+    }
+    if (HasLostMemory()) {
+        return DDERR_SURFACELOST;
+    }
+    const RECT locked = area ? *area : Whole();
+    if (!IsInside(locked, Whole())) {
+        return DDERR_INVALIDRECT;
+    }
+    if (!(flags & DDLOCK_WAIT ? turn_.Take() : turn_.TryTake())) {
+        return DDERR_SURFACEBUSY;
+    }
+    void* address = nullptr;
+    LONG pitch = 0;
+    const HRESULT result = FirstPixel(locked, &address, &pitch);
+    if (result != DD_OK) {
+        turn_.Give();
+        return result;
+    }
+    isLocked_ = true;
+    Describe(description);
+    description->dwFlags |= DDSD_LPSURFACE;
+    description->lpSurface = address;
+    description->lPitch = pitch;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::Unlock(LPVOID) {
+    if (ShouldFail("Unlock")) {
+        return E_FAIL;
+    }
+    if (!turn_.IsMine() || !isLocked_) {
+        return DDERR_NOTLOCKED;
+    }
+    isLocked_ = false;
+    if (accessed_) {
+        accessed_->EndAccess();
+        accessed_.reset();
+    }
+    turn_.Give();
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetDC(HDC* context) try {
+    if (!context) {
+        return DDERR_INVALIDPARAMS;
+    }
+    if (Fails("GetDC", context)) {
+        return E_FAIL;
+    }
+    if (HasLostMemory()) {
+        return DDERR_SURFACELOST;
+    }
+    if (!turn_.Take()) {
+        return context_ ? DDERR_DCALREADYCREATED : DDERR_SURFACEBUSY;
+    }
+    auto made = MakeContext(isScreen_ ? ContextKind::Screen : ContextKind::Memory, nullptr);
+    if (!made || (bitmap_ && !SelectBitmap(*made, bitmap_))) {
+        if (made) {
+            RemoveObject(made->handle);
+        }
+        turn_.Give();
+        return DDERR_CANTCREATEDC;
+    }
+    *context = context_ = static_cast<HDC>(made->handle);
+    return DD_OK;
+} catch (const std::bad_alloc&) {
+    turn_.Give();
+    return DDERR_OUTOFMEMORY;
+}
+
+HRESULT DeviceSurface::ReleaseDC(HDC context) {
+    if (ShouldFail("ReleaseDC")) {
+        return E_FAIL;
+    }
+    if (!context_ || context != context_) {
+        return DDERR_NODC;
+    }
+    RemoveObject(context_);
+    context_ = nullptr;
+    turn_.Give();
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetClipper(LPDIRECTDRAWCLIPPER* clipper) {
+    if (!clipper) {
+        return DDERR_INVALIDPARAMS;
+    }
+    if (Fails("GetClipper", clipper)) {
+        return E_FAIL;
+    }
+    if (!clipper_) {
+        return DDERR_NOCLIPPERATTACHED;
+    }
+    clipper_->AddRef();
+    *clipper = clipper_;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::SetClipper(LPDIRECTDRAWCLIPPER clipper) {
+    if (ShouldFail("SetClipper")) {
+        return E_FAIL;
+    }
+    if (!clipper && !clipper_) {
+        return DDERR_NOCLIPPERATTACHED;
+    }
+    if (clipper) {
+        clipper->AddRef();
+    }
+    if (clipper_) {
+        clipper_->Release();
+    }
+    clipper_ = static_cast<Clipper*>(clipper);
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetColorKey(DWORD which, LPDDCOLORKEY key) {
+    if (ShouldFail("GetColorKey")) {
+        return E_FAIL;
+    }
+    if (!key || which != DDCKEY_SRCBLT) {
+        return key ? DDERR_UNSUPPORTED : DDERR_INVALIDPARAMS;
+    }
+    *key = key_;
+    return hasKey_ ? DD_OK : DDERR_NOCOLORKEY;
+}
+
+HRESULT DeviceSurface::SetColorKey(DWORD which, LPDDCOLORKEY key) {
+    if (ShouldFail("SetColorKey")) {
+        return E_FAIL;
+    }
+    if (which != DDCKEY_SRCBLT) {
+        return DDERR_UNSUPPORTED;
+    }
+    hasKey_ = key != nullptr;
+    key_ = key ? *key : DDCOLORKEY{};
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetPalette(LPDIRECTDRAWPALETTE* palette) {
+    if (!palette) {
+        return DDERR_INVALIDPARAMS;
+    }
+    if (Fails("GetPalette", palette)) {
+        return E_FAIL;
+    }
+    if (!palette_) {
+        return DDERR_NOPALETTEATTACHED;
+    }
+    palette_->AddRef();
+    *palette = palette_;
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) {
+    if (ShouldFail("SetPalette")) {
+        return E_FAIL;
+    }
+    if (!format_.IsIndexed()) {
+        return DDERR_INVALIDPIXELFORMAT;
+    }
+    if (palette) {
+        palette->AddRef();
+    }
+    if (palette_) {
+        palette_->Show(false);
+        palette_->Release();
+    }
+    palette_ = static_cast<DevicePalette*>(palette);
+    if (palette_ && isScreen_) {
+        palette_->Show(true);
+    }
+    return DD_OK;
+}
+
+HRESULT DeviceSurface::GetDDInterface(LPVOID* directDraw) {
+    if (!directDraw) {
+        return DDERR_INVALIDPARAMS;
+    }
+    if (Fails("GetDDInterface", directDraw)) {
+        return E_FAIL;
+    }
+    return HandOut(static_cast<IDirectDraw*>(&maker_), directDraw);
+}
+
+}   // namespace rastel::platform
