@@ -1,27 +1,11 @@
-// The names of Direct3D 9 that the display classes show in their interfaces.
+// Direct3D 9 and D3DX 9 on a software device, for systems that have none.
+//
+// Found like the system's own, by LoadLibraryW and GetProcAddress: "D3D9.DLL", and "D3DX9_24.DLL" to "D3DX9_34.DLL".
+// The device draws triangles of fixed-function vertices with one texture, a depth buffer and blending, and presents to
+// a window.
 #pragma once
 
-#include "rastel/platform/portable/types.h"
-
-struct IDirect3D9;
-struct IDirect3DDevice9;
-struct IDirect3DSurface9;
-struct IDirect3DTexture9;
-
-enum D3DFORMAT : DWORD {
-    D3DFMT_UNKNOWN = 0,
-    D3DFMT_D32 = 71,
-    D3DFMT_D15S1 = 73,
-    D3DFMT_D24S8 = 75,
-    D3DFMT_D24X8 = 77,
-    D3DFMT_D24X4S4 = 79,
-    D3DFMT_D16 = 80,
-    D3DFMT_FORCE_DWORD = 0x7FFFFFFF
-};
-
-enum D3DSWAPEFFECT : DWORD {
-    D3DSWAPEFFECT_DISCARD = 1,
-    D3DSWAPEFFECT_FLIP = 2,
-    D3DSWAPEFFECT_COPY = 3,
-    D3DSWAPEFFECT_FORCE_DWORD = 0x7FFFFFFF
-};
+#include "rastel/platform/portable/d3d9/d3dx9.h"
+#include "rastel/platform/portable/d3d9/ids.h"
+#include "rastel/platform/portable/d3d9/interfaces.h"
+#include "rastel/platform/portable/d3d9/types.h"

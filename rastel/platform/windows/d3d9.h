@@ -3,3 +3,4 @@
 #include "rastel/platform/windows/types.h"
 
 #include <d3d9.h>
+#include <d3dx9.h>
