@@ -4,6 +4,7 @@
 
 #include "rastel/alpha/dib_alpha_channel.h"
 #include "rastel/composite/adv_surface.h"
+#include "rastel/display/dx_surface.h"
 #include "rastel/display/primary_surface.h"
 #include "rastel/platform/gdi.h"
 #include "rastel/surface/dib_surface.h"
@@ -75,8 +76,9 @@ CSurface* CDisplayManager::CreateSurface(int width, int height) {
     if (width == 0 || height == 0) {
         return nullptr;
     }
-    return Initialized<CSurface>(new (std::nothrow) CDibSurface,
-                                 [=](CSurface& surface) { return surface.InitializeSurface(width, height); });
+    const auto initialize = [=](CSurface& surface) { return surface.InitializeSurface(width, height); };
+    return m_pDirectDraw ? Initialized<CSurface>(new (std::nothrow) CDxSurface, initialize)
+                         : Initialized<CSurface>(new (std::nothrow) CDibSurface, initialize);
 }
 
 CAlphaChannel* CDisplayManager::CreateAlphaChannel(int width, int height) {

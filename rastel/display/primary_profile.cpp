@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "rastel/display/display_manager.h"
+#include "rastel/display/line_converters.h"
 #include "rastel/display/primary_surface.h"
 #include "rastel/platform/gdi.h"
 #include "rastel/platform/kernel.h"
@@ -173,7 +174,8 @@ void CPrimarySurface::Profile() {
 
         m_perfBltNoConvert = manager->GetProfile(L"BltNoConvert");
         if (isMissing(m_perfBltNoConvert)) {
-            m_perfBltNoConvert = 0;   // applies to device surfaces of the screen's own format only
+            // Device surfaces have 32 bits, and are shown unconverted where the screen has them too.
+            m_perfBltNoConvert = m_pfnConvert == Blt32 && surface ? measure(&CPrimarySurface::BltNoConvert) : 0;
         }
         if (m_perfBltNoConvert != 0 && m_perfBltNoConvert < best) {
             m_pfnBlt = &CPrimarySurface::BltNoConvert;

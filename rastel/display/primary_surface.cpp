@@ -3,8 +3,11 @@
 #include <vector>
 
 #include "rastel/display/display_manager.h"
+#include "rastel/display/line_converters.h"
 #include "rastel/display/palette_map.h"
+#include "rastel/platform/com_reference.h"
 #include "rastel/platform/user.h"
+#include "rastel/surface/mmx.h"
 #include "rastel/surface/surface.h"
 
 namespace {
@@ -22,6 +25,29 @@ HPALETTE CreateDisplayPalette() {
     return ::CreatePalette(log);
 }
 
+// Null: a depth that no display of today has.
+CPrimarySurface::ConvertFunction ConverterFor(const DDPIXELFORMAT& format) {
+    const bool useMmx = UseMMX() != 0;
+    const bool is565 = format.dwRBitMask == 0xF800 && format.dwGBitMask == 0x07E0 && format.dwBBitMask == 0x001F;
+    switch (format.dwRGBBitCount) {
+        case 8:
+            return Blt8;
+        case 16:
+            if (is565) {
+                return useMmx ? Blt565MMX : Blt565;
+            }
+            [[fallthrough]];
+        case 15:
+            return useMmx ? Blt555MMX : Blt555;
+        case 24:
+            return Blt24;
+        case 32:
+            return Blt32;
+        default:
+            return nullptr;
+    }
+}
+
 }   // namespace
 
 CPrimarySurface::CPrimarySurface() = default;
@@ -37,6 +63,19 @@ int CPrimarySurface::Initialize(CDisplayManager* pManager) {
     }
     m_nWidth = ::GetSystemMetrics(SM_CXSCREEN);
     m_nHeight = ::GetSystemMetrics(SM_CYSCREEN);
+    if (IDirectDraw2* const directDraw = pManager->GetDirectDraw()) {
+        CreateDevicePrimary(*directDraw);
+    }
+    if (m_pPrimary) {
+        DDSURFACEDESC description = {};
+        description.dwSize = sizeof(description);
+        m_pPrimary->GetSurfaceDesc(&description);
+        m_nConvertBits = static_cast<int>(description.ddpfPixelFormat.dwRGBBitCount);
+        m_pfnConvert = ConverterFor(description.ddpfPixelFormat);
+        if (!m_pfnConvert) {
+            return 0;
+        }
+    }
 
     if (const HDC display = GetDisplayDC()) {
         m_nBitsPrPixel = ::GetDeviceCaps(display, PLANES) * ::GetDeviceCaps(display, BITSPIXEL);
@@ -51,14 +90,36 @@ int CPrimarySurface::Initialize(CDisplayManager* pManager) {
     return 1;
 }
 
+void CPrimarySurface::CreateDevicePrimary(IDirectDraw2& directDraw) {
+    DDSURFACEDESC description = {};
+    description.dwSize = sizeof(description);
+    description.dwFlags = DDSD_CAPS;
+    description.ddsCaps.dwCaps = DDSCAPS_PRIMARYSURFACE;
+    IDirectDrawSurface* made = nullptr;
+    directDraw.CreateSurface(&description, &made, nullptr);   // the pointer says how it went
+    m_pPrimary = rastel::platform::ExchangeInterface<IDirectDrawSurface2>(made, IID_IDirectDrawSurface2);
+}
+
 int CPrimarySurface::Destroy() {
     ReleaseOffscreenBuffer();
+    rastel::platform::Drop(m_pClipper);
+    rastel::platform::Drop(m_pPrimary);
     return 1;
 }
 
 int CPrimarySurface::SetWindow(HWND hWnd) {
+    rastel::platform::Drop(m_pClipper);
     m_hWnd = hWnd;
-    return 1;
+    CDisplayManager* const manager = GetDisplayManager();
+    IDirectDraw2* const directDraw = manager ? manager->GetDirectDraw() : nullptr;
+    if (!hWnd || !m_pPrimary || !directDraw) {
+        return 1;
+    }
+    directDraw->CreateClipper(0, &m_pClipper, nullptr);
+    if (!m_pClipper || m_pClipper->SetHWnd(0, hWnd) < 0) {
+        return 0;
+    }
+    return m_pPrimary->SetClipper(m_pClipper) >= 0;
 }
 
 int CPrimarySurface::Blt(int x, int y, CSurface& src, CRect* pSrcRect) {

@@ -1,8 +1,8 @@
 // The display target: puts a finished colour surface on the screen, in a window or on the whole desktop, by the way
 // that was measured to be the fastest here. Every way falls back on GDI when its device refuses.
 //
-// Made by CDisplayManager::CreatePrimarySurface. After a change of display mode call Initialize again. No lock: one
-// thread at a time.
+// Made by CDisplayManager::CreatePrimarySurface. After a change of display mode call Initialize again, and SetWindow,
+// whose clipping against other windows Initialize drops. No lock: one thread at a time.
 #pragma once
 
 #include "rastel/platform/gdi.h"
@@ -11,6 +11,7 @@
 class CDisplayManager;
 class CRect;
 class CSurface;
+struct IDirectDraw2;
 struct IDirectDrawClipper;
 struct IDirectDrawSurface2;
 
@@ -89,8 +90,13 @@ protected:
 
 private:
     friend class PrimaryScreenScope;
+    int m_nConvertBits = 0;      // bits a pixel of what m_pfnConvert writes
     HWND m_hWndOfDC = nullptr;   // where m_hDC came from; m_hWnd may be another one by the time it goes back
     int WindowComplexity();      // whether the window shows as one rectangle
     int FallBack(int x, int y, CSurface& src, CRect& rcSrc);
+    bool ConvertInto(IDirectDrawSurface2& target, int x, int y, CSurface& src, const CRect& rcSrc);
+    int BltToPrimary(CRect landing, IDirectDrawSurface2& source, CRect taken);
+    void CreateDevicePrimary(IDirectDraw2& directDraw);
+    CRect LandingOnScreen(int x, int y, const CRect& rcSrc) const;
     long long MeasuredTicks(BltFunction blt, int x, int y, CSurface& src, CRect& rcSrc);
 };

@@ -12,7 +12,15 @@ using rastel::test::OpenPrimary;
 
 namespace {
 
-class Manager : public OnMemory {};
+class Manager : public OnMemory {
+protected:
+    void SetUp() override {
+        OnMemory::SetUp();
+        rastel::platform::MemoryDisplayOptions plain;
+        plain.directDraw = plain.direct3D = false;
+        rastel::platform::UseMemoryDisplay(plain);
+    }
+};
 
 TEST_F(Manager, ThereIsOneAtATime) {
     EXPECT_EQ(GetDisplayManager(), nullptr);
