@@ -39,6 +39,13 @@ bool IsWanted(const DDSURFACEDESC& mode, const DDSURFACEDESC* filter) {
 
 }   // namespace
 
+DisplayPixels PixelsOfDisplay(const DisplayDevice& display) {
+    const PixelFormat format = display.Format(), usual = FormatOfDepth(32);
+    const bool isStrange =
+        format.bitsPerPixel == 8 ? !format.IsIndexed() : format.bitsPerPixel == 32 && format != usual;
+    return isStrange ? DisplayPixels{usual, 32, false} : DisplayPixels{format, display.Mode().bitsPerPixel, true};
+}
+
 DDPIXELFORMAT DescribedFormat(const PixelFormat& format, int told) {
     DDPIXELFORMAT described{};
     described.dwSize = sizeof(described);

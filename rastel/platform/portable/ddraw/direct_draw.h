@@ -53,6 +53,15 @@ private:
     bool hasOwnMode_ = false;
 };
 
+// The pixels of the display as hosts are to see them. Channels of 10 bits, and 8 bits without a palette, are known to
+// no host: such a display calls itself one of 32 bits, and what is drawn on it is converted.
+struct DisplayPixels {
+    PixelFormat format;
+    int told;     // the depth that it calls itself
+    bool isOwn;   // the format is the one that it has
+};
+DisplayPixels PixelsOfDisplay(const DisplayDevice& display);
+
 // How DirectDraw describes the pixels of a format; `told` is the depth that the display calls itself.
 DDPIXELFORMAT DescribedFormat(const PixelFormat& format, int told);
 

@@ -82,8 +82,10 @@ HRESULT DeviceSurface::TakeScreen(DWORD caps) {
     caps_ = caps | DDSCAPS_VISIBLE | DDSCAPS_VIDEOMEMORY;
     width_ = mode.width;
     height_ = mode.height;
-    format_ = display->Format();
-    toldBits_ = mode.bitsPerPixel;
+    const DisplayPixels pixels = PixelsOfDisplay(*display);
+    format_ = pixels.format;
+    toldBits_ = pixels.told;
+    isLockable_ = pixels.isOwn;
     pitch_ =
         static_cast<int>((std::int64_t{width_} * format_.bitsPerPixel + 31) / 32 * 4) + display->Traits().pitchPadding;
     return DD_OK;
@@ -97,8 +99,9 @@ HRESULT DeviceSurface::TakeMemory(const DDSURFACEDESC& description) {
     const auto display = Display();
     hasDisplayFormat_ = !(description.dwFlags & DDSD_PIXELFORMAT);
     if (hasDisplayFormat_) {
-        format_ = display->Format();
-        toldBits_ = display->Mode().bitsPerPixel;
+        const DisplayPixels pixels = PixelsOfDisplay(*display);
+        format_ = pixels.format;
+        toldBits_ = pixels.told;
     } else if (ReadFormat(description.ddpfPixelFormat, &format_)) {
         toldBits_ = static_cast<int>(description.ddpfPixelFormat.dwRGBBitCount);
     } else {
@@ -165,7 +168,7 @@ HRESULT DeviceSurface::Restore() {
     }
     if (isScreen_) {
         TakeScreen(caps_);
-    } else if (hasDisplayFormat_ && Display()->Format() != format_) {
+    } else if (hasDisplayFormat_ && PixelsOfDisplay(*Display()).format != format_) {
         return DDERR_WRONGMODE;
     } else {
         std::memset(bitmap_->pixels.Data(), 0, static_cast<std::size_t>(pitch_) * static_cast<std::size_t>(height_));
@@ -223,7 +226,7 @@ HRESULT DeviceSurface::FirstPixel(const RECT& area, void** address, LONG* pitch)
     PixelBuffer pixels;
     if (isScreen_) {
         const auto display = Display();
-        if (!display->BeginAccess(nullptr, area, Access::ReadWrite, &pixels)) {
+        if (!isLockable_ || !display->BeginAccess(nullptr, area, Access::ReadWrite, &pixels)) {
             return DDERR_CURRENTLYNOTAVAIL;
         }
         accessed_ = display;

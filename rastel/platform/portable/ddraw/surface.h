@@ -113,6 +113,7 @@ private:
     int pitch_ = 0;
     PixelFormat format_;
     int toldBits_ = 32;
+    bool isLockable_ = true;                 // not a screen whose pixels are others than it says
     std::shared_ptr<BitmapObject> bitmap_;   // null: the screen
     std::uint64_t generation_ = 0;
 

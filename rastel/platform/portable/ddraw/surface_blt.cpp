@@ -227,9 +227,15 @@ HRESULT DeviceSurface::Fill(const RECT& target, DWORD pixel) {
     }
     const bool isDrawn =
         DrawInside(landing.context, landing.rect, Access::Write, [&](const Canvas& canvas, const RECT& area) {
+            DWORD value = pixel;
+            if (!isLockable_) {
+                PixelBuffer described;
+                described.format = format_;
+                PixelConverter(described, canvas.pixels, {}).Map(&pixel, &value, 1);
+            }
             for (int y = area.top; y < area.bottom; ++y) {
                 FillPixels(canvas.pixels.Row(y - canvas.origin.y), canvas.pixels.format.bitsPerPixel,
-                           area.left - canvas.origin.x, area.right - area.left, pixel);
+                           area.left - canvas.origin.x, area.right - area.left, value);
             }
         });
     return isDrawn ? DD_OK : DDERR_GENERIC;
