@@ -21,5 +21,6 @@ void AddRotations(Suite& suite);
 void AddText(Suite& suite);
 void AddExchange(Suite& suite);
 void AddIcons(Suite& suite);
+void AddConvert(Suite& suite);
 
 }   // namespace rastel::bench
