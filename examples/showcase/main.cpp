@@ -7,6 +7,7 @@
 #include "examples/showcase/options.h"
 #include "examples/showcase/page.h"
 #include "examples/support/picture_file.h"
+#include "rastel/platform/ddraw.h"
 #include "rastel/platform/gdiplus.h"
 
 namespace rastel::showcase {
@@ -54,16 +55,38 @@ private:
 
 constexpr double secondsOfPage = 8;
 
-// GDI+ is the host's to start.
-class GdiplusSession {
+// A primary surface that a user may tell how to present.
+class ChosenPrimary : public CPrimarySurface {
 public:
-    GdiplusSession() {
+    void Choose(Path path) {
+        switch (path) {
+            case Path::StretchDibits:
+                m_pfnBlt = &ChosenPrimary::BltStretchDIBits;
+                break;
+            case Path::Buffered:
+                m_pfnBlt = &ChosenPrimary::BltBuffered;
+                break;
+            case Path::NoConvert:
+                m_pfnBlt = &ChosenPrimary::BltNoConvert;
+                break;
+        }
+    }
+};
+
+// GDI+ and COM are the host's to start.
+class SystemSession {
+public:
+    SystemSession() {
+        ::CoInitialize(nullptr);
         const Gdiplus::GdiplusStartupInput input;
         Gdiplus::GdiplusStartup(&token_, &input, nullptr);
     }
-    ~GdiplusSession() { Gdiplus::GdiplusShutdown(token_); }
-    GdiplusSession(const GdiplusSession&) = delete;
-    GdiplusSession& operator=(const GdiplusSession&) = delete;
+    ~SystemSession() {
+        Gdiplus::GdiplusShutdown(token_);
+        ::CoUninitialize();
+    }
+    SystemSession(const SystemSession&) = delete;
+    SystemSession& operator=(const SystemSession&) = delete;
 
 private:
     ULONG_PTR token_ = 0;
@@ -93,7 +116,8 @@ bool RunFrames(const Show& show, int frames, bool inRealTime) {
         const std::size_t wanted =
             show.page.value_or(inRealTime ? static_cast<std::size_t>(seconds / secondsOfPage) % std::size(pages) : 0);
         if (!page || wanted != shownPage || size.cx != shownSize.cx || size.cy != shownSize.cy) {
-            page = pages[wanted].make({show.manager, show.stock, size, show.manager.GetDisplayIdString().GetString()});
+            page = pages[wanted].make(
+                {show.manager, show.stock, size, show.window.Handle(), show.manager.GetDisplayIdString().GetString()});
             shownSize = size;
             shownPage = wanted;
         }
@@ -141,12 +165,15 @@ int Run(const Options& options, const std::string& program) {
         return Fail(error.empty() ? "there is no display" : error);
     }
 
-    const GdiplusSession gdiplus;
+    const SystemSession session;
     CDisplayManager manager;
     manager.Initialize(window->Handle());
-    const Reference<CPrimarySurface> primary(manager.CreatePrimarySurface());
-    if (!primary || !primary->SetWindow(window->Handle())) {
+    const Reference<ChosenPrimary> primary(new ChosenPrimary);
+    if (!primary->Initialize(&manager) || !primary->SetWindow(window->Handle())) {
         return Fail("the display can't be presented on");
+    }
+    if (options.path) {
+        primary->Choose(*options.path);
     }
     const std::optional<Stock> stock = LoadStock(manager, options.files, program, error);
     if (!stock) {

@@ -15,8 +15,9 @@ const char usage[] =
     "it is closed, or, without a display, in memory, and writes what the screen shows to a PNG file.\n"
     "\n"
     "  --out FILE                     the PNG file; in memory showcase.png unless given, of a window only if given\n"
-    "  --page NAME                    sprites, blending, turning or text; unless given, a window shows them by\n"
-    "                                 turns, and what is drawn in memory is the first\n"
+    "  --page NAME                    sprites, blending, turning, text or space; unless given, a window\n"
+    "                                 shows them by turns, and what is drawn in memory is the first\n"
+    "  --path NAME                    present by stretchdibits, buffered or noconvert, not by the fastest\n"
     "  --frames N                     stop after N frames; in memory 1 unless given\n"
     "  --display memory:WxHxBITS      present in memory on a screen of that size; BITS is 8, 15, 16, 24 or 32\n"
     "  --help                         this text\n";
@@ -50,10 +51,20 @@ std::optional<Options> ReadOptions(int count, char** arguments, std::string& err
             const auto* const found = std::find_if(std::begin(pages), std::end(pages),
                                                    [&](const PageEntry& page) { return wanted == page.name; });
             if (found == std::end(pages)) {
-                error = "--page needs sprites, blending, turning or text";
+                error = "--page needs sprites, blending, turning, text or space";
                 return std::nullopt;
             }
             options.page = static_cast<std::size_t>(found - pages);
+        } else if (name == "--path") {
+            const std::string wanted = reader.Value().value_or("");
+            constexpr const char* paths[] = {"stretchdibits", "buffered", "noconvert"};   // in the order of Path
+            const auto* const found =
+                std::find_if(std::begin(paths), std::end(paths), [&](const char* path) { return wanted == path; });
+            if (found == std::end(paths)) {
+                error = "--path needs stretchdibits, buffered or noconvert";
+                return std::nullopt;
+            }
+            options.path = static_cast<Path>(found - paths);
         } else if (name == "--display") {
             options.display = example::ParseDisplay(reader.Value().value_or(""));
             if (!options.display) {

@@ -15,6 +15,7 @@ struct PageSetup {
     CDisplayManager& manager;
     const Stock& stock;
     SIZE size;
+    HWND window;            // that the page will be shown in
     std::wstring display;   // the text in the page's corner
 };
 
@@ -52,12 +53,16 @@ std::unique_ptr<Page> MakeSpritesPage(const PageSetup& setup);
 std::unique_ptr<Page> MakeBlendingPage(const PageSetup& setup);
 std::unique_ptr<Page> MakeTurningPage(const PageSetup& setup);
 std::unique_ptr<Page> MakeTextPage(const PageSetup& setup);
+std::unique_ptr<Page> MakeSpacePage(const PageSetup& setup);
 
 struct PageEntry {
     const char* name;
     std::unique_ptr<Page> (*make)(const PageSetup& setup);
 };
-inline constexpr PageEntry pages[] = {
-    {"sprites", MakeSpritesPage}, {"blending", MakeBlendingPage}, {"turning", MakeTurningPage}, {"text", MakeTextPage}};
+inline constexpr PageEntry pages[] = {{"sprites", MakeSpritesPage},
+                                      {"blending", MakeBlendingPage},
+                                      {"turning", MakeTurningPage},
+                                      {"text", MakeTextPage},
+                                      {"space", MakeSpacePage}};
 
 }   // namespace rastel::showcase

@@ -6,7 +6,7 @@ foreach(bits 8 15 16 24 32)
   run(0 ARGS --display memory:320x240x32 --out again.png page-${bits}.png)
 endforeach()
 
-foreach(page sprites blending turning text)
+foreach(page sprites blending turning text space)
   foreach(pass first again)
     run(0 ARGS --page ${page} --out=${pass}.png --display=memory:401x301x32)
     file(SHA256 "${FOLDER}/${pass}.png" ${pass})
@@ -18,6 +18,15 @@ foreach(page sprites blending turning text)
   endif()
   run(0 ARGS --page ${page} --out=tiny-${page}.png --display=memory:64x67x16)
 endforeach()
+
+# By every way the same picture.
+foreach(path stretchdibits buffered noconvert)
+  run(0 ARGS --path ${path} --out=${path}.png --display=memory:401x301x32)
+  file(SHA256 "${FOLDER}/${path}.png" ${path})
+endforeach()
+if(NOT stretchdibits STREQUAL buffered OR NOT stretchdibits STREQUAL noconvert)
+  message(FATAL_ERROR "a way shows another picture")
+endif()
 
 # Every format, and a screen smaller than a panel.
 run(0 ARGS --display memory:64x64x16 --out tiny.png "${MEDIA}/cup.png" "${MEDIA}/cat.jpg" "${MEDIA}/balloon.bmp")
