@@ -12,3 +12,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ENV{PKG_CONFIG_LIBDIR} /usr/x86_64-w64-mingw32/lib/pkgconfig)
+# Where there is Wine, ctest runs the tests with it.
+find_program(RASTEL_WINE NAMES wine)
+if(RASTEL_WINE)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${RASTEL_WINE})
+endif()

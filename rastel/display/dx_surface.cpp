@@ -195,6 +195,9 @@ int CDxSurface::InternalStretchBlt(CRect& rcDst, CSurfaceBase& src, CRect& rcSrc
     if (!m_pDirectDrawSurface || !source) {
         return 0;
     }
+    if (rcDst.Width() < 0 || rcDst.Height() < 0 || rcSrc.Width() < 0 || rcSrc.Height() < 0) {
+        return CSurface::InternalStretchBlt(rcDst, src, rcSrc, pClip);   // no device mirrors by its rectangles
+    }
     RestoreIfLost(*m_pDirectDrawSurface);
     RestoreIfLost(*source);
     CRect clip = GetRect();
