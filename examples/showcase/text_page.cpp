@@ -168,15 +168,15 @@ void TextPage::DrawGdiplus(double seconds) {
         Gdiplus::PointF corners[10];
         for (int i = 0; i < 10; ++i) {
             const double angle = i * circle / 10 - circle / 4, reach = i % 2 == 0 ? 1 : 0.42;
-            corners[i] = Gdiplus::PointF(static_cast<float>(reach * std::cos(angle)),
-                                         static_cast<float>(reach * std::sin(angle)));
+            const double radius = reach * width * 0.26;
+            corners[i] = Gdiplus::PointF(static_cast<float>(radius * std::cos(angle)),
+                                         static_cast<float>(radius * std::sin(angle)));
         }
         star.AddPolygon(corners, 10);
         const Gdiplus::SolidBrush blue(Gdiplus::Color(150, 40, 90, 210));
-        const Gdiplus::Pen rim(Gdiplus::Color(255, 24, 40, 90), 0.05f);
+        const Gdiplus::Pen rim(Gdiplus::Color(255, 24, 40, 90), width * 0.013f);
         graphics->TranslateTransform(width * 0.64f, height * 0.42f);
         graphics->RotateTransform(static_cast<float>(std::fmod(seconds * 20, 360)));
-        graphics->ScaleTransform(width * 0.26f, width * 0.26f);
         graphics->FillPath(&blue, &star);
         graphics->DrawPath(&rim, &star);
         graphics->ResetTransform();
