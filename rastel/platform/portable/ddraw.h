@@ -42,16 +42,19 @@ inline constexpr IID IID_IDirectDrawClipper = {
 #define DDERR_INVALIDOBJECT MAKE_DDHRESULT(130)
 #define DDERR_INVALIDPIXELFORMAT MAKE_DDHRESULT(145)
 #define DDERR_INVALIDRECT MAKE_DDHRESULT(150)
+#define DDERR_LOCKEDSURFACES MAKE_DDHRESULT(160)
 #define DDERR_NOCLIPLIST MAKE_DDHRESULT(205)
 #define DDERR_NOCOLORKEY MAKE_DDHRESULT(215)
 #define DDERR_NOEXCLUSIVEMODE MAKE_DDHRESULT(225)
 #define DDERR_NOTFOUND MAKE_DDHRESULT(255)
+#define DDERR_OUTOFVIDEOMEMORY MAKE_DDHRESULT(380)
 #define DDERR_SURFACEBUSY MAKE_DDHRESULT(430)
 #define DDERR_SURFACELOST MAKE_DDHRESULT(450)
 #define DDERR_WASSTILLDRAWING MAKE_DDHRESULT(540)
 #define DDERR_REGIONTOOSMALL MAKE_DDHRESULT(566)
 #define DDERR_CLIPPERISUSINGHWND MAKE_DDHRESULT(567)
 #define DDERR_NOCLIPPERATTACHED MAKE_DDHRESULT(568)
+#define DDERR_BLTFASTCANTCLIP MAKE_DDHRESULT(574)
 #define DDERR_NODC MAKE_DDHRESULT(586)
 #define DDERR_NOTLOCKED MAKE_DDHRESULT(584)
 #define DDERR_CANTCREATEDC MAKE_DDHRESULT(585)
@@ -78,6 +81,8 @@ inline constexpr IID IID_IDirectDrawClipper = {
 #define DDSD_CKSRCBLT 0x00010000
 #define DDSD_REFRESHRATE 0x00040000
 
+#define DDSCAPS_COMPLEX 0x00000008
+#define DDSCAPS_FLIP 0x00000010
 #define DDSCAPS_OFFSCREENPLAIN 0x00000040
 #define DDSCAPS_PRIMARYSURFACE 0x00000200
 #define DDSCAPS_SYSTEMMEMORY 0x00000800
@@ -111,10 +116,28 @@ inline constexpr IID IID_IDirectDrawClipper = {
 #define DDEDM_REFRESHRATES 0x00000001
 #define DDPCAPS_8BIT 0x00000004
 
+#define DDCAPS_BLT 0x00000040
+#define DDCAPS_BLTSTRETCH 0x00000200
+#define DDCAPS_GDI 0x00000400
+#define DDCAPS_COLORKEY 0x00400000
+#define DDCAPS_BLTCOLORFILL 0x04000000
+#define DDCAPS_CANCLIP 0x20000000
+#define DDCAPS_CANCLIPSTRETCHED 0x40000000
+#define DDCAPS_CANBLTSYSMEM 0x80000000
+#define DDCKEYCAPS_SRCBLT 0x00000200
+#define DD_ROP_SPACE (256 / 32)
+
 struct DDSCAPS {
     DWORD dwCaps;
 };
 using LPDDSCAPS = DDSCAPS*;
+
+struct DDSCAPS2 {
+    DWORD dwCaps;
+    DWORD dwCaps2;
+    DWORD dwCaps3;
+    DWORD dwCaps4;
+};
 
 struct DDCOLORKEY {
     DWORD dwColorSpaceLowValue;
@@ -196,16 +219,77 @@ struct DDBLTFX {
 };
 using LPDDBLTFX = DDBLTFX*;
 
+// What the device offers. "SV", "VS", "SS": blits from system to video memory, back, and within system memory.
+struct DDCAPS {
+    DWORD dwSize;
+    DWORD dwCaps;
+    DWORD dwCaps2;
+    DWORD dwCKeyCaps;
+    DWORD dwFXCaps;
+    DWORD dwFXAlphaCaps;
+    DWORD dwPalCaps;
+    DWORD dwSVCaps;
+    DWORD dwAlphaBltConstBitDepths;
+    DWORD dwAlphaBltPixelBitDepths;
+    DWORD dwAlphaBltSurfaceBitDepths;
+    DWORD dwAlphaOverlayConstBitDepths;
+    DWORD dwAlphaOverlayPixelBitDepths;
+    DWORD dwAlphaOverlaySurfaceBitDepths;
+    DWORD dwZBufferBitDepths;
+    DWORD dwVidMemTotal;
+    DWORD dwVidMemFree;
+    DWORD dwMaxVisibleOverlays;
+    DWORD dwCurrVisibleOverlays;
+    DWORD dwNumFourCCCodes;
+    DWORD dwAlignBoundarySrc;
+    DWORD dwAlignSizeSrc;
+    DWORD dwAlignBoundaryDest;
+    DWORD dwAlignSizeDest;
+    DWORD dwAlignStrideAlign;
+    DWORD dwRops[DD_ROP_SPACE];
+    DDSCAPS ddsOldCaps;
+    DWORD dwMinOverlayStretch;
+    DWORD dwMaxOverlayStretch;
+    DWORD dwMinLiveVideoStretch;
+    DWORD dwMaxLiveVideoStretch;
+    DWORD dwMinHwCodecStretch;
+    DWORD dwMaxHwCodecStretch;
+    DWORD dwReserved1;
+    DWORD dwReserved2;
+    DWORD dwReserved3;
+    DWORD dwSVBCaps;
+    DWORD dwSVBCKeyCaps;
+    DWORD dwSVBFXCaps;
+    DWORD dwSVBRops[DD_ROP_SPACE];
+    DWORD dwVSBCaps;
+    DWORD dwVSBCKeyCaps;
+    DWORD dwVSBFXCaps;
+    DWORD dwVSBRops[DD_ROP_SPACE];
+    DWORD dwSSBCaps;
+    DWORD dwSSBCKeyCaps;
+    DWORD dwSSBFXCaps;
+    DWORD dwSSBRops[DD_ROP_SPACE];
+    DWORD dwMaxVideoPorts;
+    DWORD dwCurrVideoPorts;
+    DWORD dwSVBCaps2;
+    DWORD dwNLVBCaps;
+    DWORD dwNLVBCaps2;
+    DWORD dwNLVBCKeyCaps;
+    DWORD dwNLVBFXCaps;
+    DWORD dwNLVBRops[DD_ROP_SPACE];
+    DDSCAPS2 ddsCaps;
+};
+using LPDDCAPS = DDCAPS*;
+
+static_assert(sizeof(DDCAPS) == 380);
 static_assert(sizeof(DDPIXELFORMAT) == 32 && sizeof(DDSCAPS) == 4);
 static_assert(sizeof(DDSURFACEDESC) == (sizeof(void*) == 8 ? 120 : 108));
 static_assert(sizeof(DDBLTFX) == (sizeof(void*) == 8 ? 128 : 100));
 
 struct DDBLTBATCH;
 struct DDOVERLAYFX;
-struct DDCAPS;
 using LPDDBLTBATCH = DDBLTBATCH*;
 using LPDDOVERLAYFX = DDOVERLAYFX*;
-using LPDDCAPS = DDCAPS*;
 
 using LPDDENUMMODESCALLBACK = HRESULT(CALLBACK*)(LPDDSURFACEDESC, LPVOID);
 using LPDDENUMSURFACESCALLBACK = HRESULT(CALLBACK*)(LPDIRECTDRAWSURFACE, LPDDSURFACEDESC, LPVOID);
@@ -237,7 +321,7 @@ struct IDirectDraw : IUnknown {
                                      LPDDENUMMODESCALLBACK callback) = 0;
     virtual HRESULT EnumSurfaces(DWORD, LPDDSURFACEDESC, LPVOID, LPDDENUMSURFACESCALLBACK) = 0;
     virtual HRESULT FlipToGDISurface() = 0;
-    virtual HRESULT GetCaps(LPDDCAPS, LPDDCAPS) = 0;
+    virtual HRESULT GetCaps(LPDDCAPS driver, LPDDCAPS emulation) = 0;
     virtual HRESULT GetDisplayMode(LPDDSURFACEDESC description) = 0;
     virtual HRESULT GetFourCCCodes(LPDWORD, LPDWORD) = 0;
     virtual HRESULT GetGDISurface(LPDIRECTDRAWSURFACE*) = 0;
@@ -263,7 +347,7 @@ struct IDirectDraw2 : IUnknown {
                                      LPDDENUMMODESCALLBACK callback) = 0;
     virtual HRESULT EnumSurfaces(DWORD, LPDDSURFACEDESC, LPVOID, LPDDENUMSURFACESCALLBACK) = 0;
     virtual HRESULT FlipToGDISurface() = 0;
-    virtual HRESULT GetCaps(LPDDCAPS, LPDDCAPS) = 0;
+    virtual HRESULT GetCaps(LPDDCAPS driver, LPDDCAPS emulation) = 0;
     virtual HRESULT GetDisplayMode(LPDDSURFACEDESC description) = 0;
     virtual HRESULT GetFourCCCodes(LPDWORD, LPDWORD) = 0;
     virtual HRESULT GetGDISurface(LPDIRECTDRAWSURFACE*) = 0;

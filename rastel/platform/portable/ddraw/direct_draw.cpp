@@ -26,6 +26,24 @@ DDSURFACEDESC DescribedMode(const DisplayMode& mode, const PixelFormat& format) 
     return description;
 }
 
+// All pixels are memory: what Blt does, it does from and to the screen and between any surfaces.
+DDCAPS OfferedCaps() {
+    constexpr DWORD blits = DDCAPS_BLT | DDCAPS_BLTSTRETCH | DDCAPS_BLTCOLORFILL | DDCAPS_COLORKEY;
+    DDCAPS caps{};
+    caps.dwSize = sizeof(caps);
+    caps.dwCaps = blits | DDCAPS_GDI | DDCAPS_CANCLIP | DDCAPS_CANCLIPSTRETCHED | DDCAPS_CANBLTSYSMEM;
+    caps.dwCKeyCaps = DDCKEYCAPS_SRCBLT;
+    caps.ddsOldCaps.dwCaps = caps.ddsCaps.dwCaps =
+        DDSCAPS_OFFSCREENPLAIN | DDSCAPS_PRIMARYSURFACE | DDSCAPS_SYSTEMMEMORY;
+    caps.dwSVBCaps = caps.dwVSBCaps = caps.dwSSBCaps = blits;
+    caps.dwSVBCKeyCaps = caps.dwVSBCKeyCaps = caps.dwSSBCKeyCaps = caps.dwCKeyCaps;
+    constexpr DWORD copy = SRCCOPY >> 16;
+    for (DWORD* const rops : {caps.dwRops, caps.dwSVBRops, caps.dwVSBRops, caps.dwSSBRops}) {
+        rops[copy / 32] = 1u << copy % 32;
+    }
+    return caps;
+}
+
 bool IsWanted(const DDSURFACEDESC& mode, const DDSURFACEDESC* filter) {
     if (!filter) {
         return true;
@@ -186,7 +204,30 @@ HRESULT DirectDraw::GetDisplayMode(LPDDSURFACEDESC description) {
         return DDERR_INVALIDPARAMS;
     }
     const auto display = Display();
-    *description = DescribedMode(display->Mode(), display->Format());
+    const DisplayPixels pixels = PixelsOfDisplay(*display);
+    DisplayMode mode = display->Mode();
+    mode.bitsPerPixel = pixels.told;
+    *description = DescribedMode(mode, pixels.format);
+    return DD_OK;
+}
+
+HRESULT DirectDraw::GetCaps(LPDDCAPS driver, LPDDCAPS emulation) {
+    if (ShouldFail("GetCaps")) {
+        return E_FAIL;
+    }
+    if (!driver && !emulation) {
+        return DDERR_INVALIDPARAMS;
+    }
+    for (DDCAPS* const caps : {driver, emulation}) {
+        if (caps && caps->dwSize != sizeof(DDCAPS)) {
+            return DDERR_INVALIDPARAMS;
+        }
+    }
+    for (DDCAPS* const caps : {driver, emulation}) {
+        if (caps) {
+            *caps = OfferedCaps();
+        }
+    }
     return DD_OK;
 }
 
@@ -230,12 +271,16 @@ HRESULT DirectDraw::Initialize(GUID* driver) {
     return DD_OK;
 }
 
-void DirectDraw::BringBackMode() {
-    if (hasOwnMode_) {
-        hasOwnMode_ = false;
-        Display()->RestoreMode();
-        LoseDeviceSurfaces();
+bool DirectDraw::BringBackMode() {
+    if (!hasOwnMode_) {
+        return true;
     }
+    if (!Display()->RestoreMode()) {
+        return false;
+    }
+    hasOwnMode_ = false;
+    LoseDeviceSurfaces();
+    return true;
 }
 
 HRESULT DirectDraw::RestoreDisplayMode() {
@@ -246,8 +291,7 @@ HRESULT DirectDraw::RestoreDisplayMode() {
     if (!isExclusive_) {
         return DDERR_NOEXCLUSIVEMODE;
     }
-    BringBackMode();
-    return DD_OK;
+    return BringBackMode() ? DD_OK : DDERR_LOCKEDSURFACES;
 }
 
 HRESULT DirectDraw::SetCooperativeLevel(HWND, DWORD flags) {
@@ -259,10 +303,10 @@ HRESULT DirectDraw::SetCooperativeLevel(HWND, DWORD flags) {
         return DDERR_INVALIDPARAMS;
     }
     const std::lock_guard lock(mutex_);
-    isExclusive_ = isExclusive;
-    if (!isExclusive) {
-        BringBackMode();
+    if (!isExclusive && !BringBackMode()) {
+        return DDERR_LOCKEDSURFACES;
     }
+    isExclusive_ = isExclusive;
     return DD_OK;
 }
 

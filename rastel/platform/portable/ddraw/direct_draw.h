@@ -16,7 +16,7 @@ public:
     ULONG AddRef() override { return references_.Add(); }
     ULONG Release() override;
 
-    HRESULT Compact() override { return DD_OK; }
+    HRESULT Compact() override { return ShouldFail("Compact") ? E_FAIL : DD_OK; }
     HRESULT CreateClipper(DWORD flags, LPDIRECTDRAWCLIPPER* clipper, IUnknown* outer) override;
     HRESULT CreatePalette(DWORD flags, LPPALETTEENTRY entries, LPDIRECTDRAWPALETTE* palette, IUnknown* outer) override;
     HRESULT CreateSurface(LPDDSURFACEDESC description, LPDIRECTDRAWSURFACE* surface, IUnknown* outer) override;
@@ -27,7 +27,7 @@ public:
         return DDERR_UNSUPPORTED;
     }
     HRESULT FlipToGDISurface() override { return DDERR_NOTFOUND; }
-    HRESULT GetCaps(LPDDCAPS, LPDDCAPS) override { return DDERR_UNSUPPORTED; }
+    HRESULT GetCaps(LPDDCAPS driver, LPDDCAPS emulation) override;
     HRESULT GetDisplayMode(LPDDSURFACEDESC description) override;
     HRESULT GetFourCCCodes(LPDWORD count, LPDWORD) override;
     HRESULT GetGDISurface(LPDIRECTDRAWSURFACE* surface) override;
@@ -44,7 +44,7 @@ public:
 
 private:
     ~DirectDraw();
-    void BringBackMode();   // what was there before the first change
+    bool BringBackMode();   // what was there before the first change; false: somebody holds the screen
 
     ReferenceCount references_;
     std::mutex mutex_;

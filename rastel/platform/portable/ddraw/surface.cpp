@@ -4,6 +4,7 @@
 #include <new>
 
 #include "rastel/platform/portable/screen/device_faults.h"
+#include "rastel/platform/portable/screen/mode_list.h"
 
 namespace rastel::platform {
 
@@ -12,7 +13,7 @@ namespace {
 // False: not a format that the rasters know.
 bool ReadFormat(const DDPIXELFORMAT& described, PixelFormat* format) {
     const DWORD bits = described.dwRGBBitCount;
-    if (described.dwSize != sizeof(DDPIXELFORMAT) || !(described.dwFlags & DDPF_RGB)) {
+    if (described.dwSize != sizeof(DDPIXELFORMAT) || !(described.dwFlags & (DDPF_RGB | DDPF_PALETTEINDEXED8))) {
         return false;
     }
     if (described.dwFlags & DDPF_PALETTEINDEXED8) {
@@ -22,7 +23,7 @@ bool ReadFormat(const DDPIXELFORMAT& described, PixelFormat* format) {
     const bool isKnown = bits == 15 || bits == 16 || bits == 24 || bits == 32;
     *format = {bits == 15 ? 16 : static_cast<int>(bits), described.dwRBitMask, described.dwGBitMask,
                described.dwBBitMask};
-    return isKnown && format->redMask != 0 && format->greenMask != 0 && format->blueMask != 0;
+    return isKnown && AreSensibleMasks(format->bitsPerPixel, format->redMask, format->greenMask, format->blueMask);
 }
 
 bool IsInside(const RECT& inner, const RECT& outer) {
@@ -30,24 +31,28 @@ bool IsInside(const RECT& inner, const RECT& outer) {
            inner.bottom <= outer.bottom && inner.left < inner.right && inner.top < inner.bottom;
 }
 
+struct Releaser {
+    void operator()(DeviceSurface* surface) const { surface->Release(); }
+};
+
 }   // namespace
 
 HRESULT DeviceSurface::Make(DirectDraw& maker, const DDSURFACEDESC& description, LPDIRECTDRAWSURFACE* surface) try {
-    auto* const made = new (std::nothrow) DeviceSurface(maker);
+    std::unique_ptr<DeviceSurface, Releaser> made(new (std::nothrow) DeviceSurface(maker));
     if (!made) {
         return DDERR_OUTOFMEMORY;
     }
     const DWORD caps = description.ddsCaps.dwCaps;
     HRESULT result = DDERR_INVALIDCAPS;
-    if (caps & DDSCAPS_PRIMARYSURFACE) {
+    if (caps & (DDSCAPS_FLIP | DDSCAPS_COMPLEX)) {
+        result = DDERR_UNSUPPORTED;   // chains of buffers
+    } else if (caps & DDSCAPS_PRIMARYSURFACE) {
         result = made->TakeScreen(caps);
     } else if (caps & DDSCAPS_OFFSCREENPLAIN) {
         result = made->TakeMemory(description);
     }
     if (result == DD_OK) {
-        *surface = made;
-    } else {
-        made->Release();
+        *surface = made.release();
     }
     return result;
 } catch (const std::bad_alloc&) {
@@ -69,7 +74,9 @@ DeviceSurface::~DeviceSurface() {
         clipper_->Release();
     }
     if (palette_) {
-        palette_->Show(false);
+        if (isScreen_) {
+            palette_->Show(false);
+        }
         palette_->Release();
     }
     maker_.Release();
@@ -95,6 +102,9 @@ HRESULT DeviceSurface::TakeMemory(const DDSURFACEDESC& description) {
     constexpr DWORD size = DDSD_WIDTH | DDSD_HEIGHT;
     if ((description.dwFlags & size) != size || description.dwWidth == 0 || description.dwHeight == 0) {
         return DDERR_INVALIDPARAMS;
+    }
+    if (description.ddsCaps.dwCaps & DDSCAPS_VIDEOMEMORY) {
+        return DDERR_OUTOFVIDEOMEMORY;
     }
     const auto display = Display();
     hasDisplayFormat_ = !(description.dwFlags & DDSD_PIXELFORMAT);
@@ -163,18 +173,33 @@ HRESULT DeviceSurface::Restore() {
     if (ShouldFail("Restore")) {
         return E_FAIL;
     }
-    if (!HasLostMemory()) {
-        return DD_OK;
+    const bool isTaken = turn_.Take();   // not if this thread has it already
+    HRESULT result = DD_OK;
+    if (HasLostMemory()) {
+        const std::uint64_t generation = DeviceSurfaceGeneration();
+        if (isScreen_) {
+            TakeScreen(caps_);
+        } else if (hasDisplayFormat_ && PixelsOfDisplay(*Display()).format != format_) {
+            result = DDERR_WRONGMODE;
+        } else {
+            std::memset(bitmap_->pixels.Data(), 0,
+                        static_cast<std::size_t>(pitch_) * static_cast<std::size_t>(height_));
+        }
+        if (result == DD_OK) {
+            generation_ = generation;
+        }
     }
-    if (isScreen_) {
-        TakeScreen(caps_);
-    } else if (hasDisplayFormat_ && PixelsOfDisplay(*Display()).format != format_) {
-        return DDERR_WRONGMODE;
-    } else {
-        std::memset(bitmap_->pixels.Data(), 0, static_cast<std::size_t>(pitch_) * static_cast<std::size_t>(height_));
+    if (isTaken) {
+        turn_.Give();
     }
-    generation_ = DeviceSurfaceGeneration();
-    return DD_OK;
+    return result;
+}
+
+HRESULT DeviceSurface::TakeTurn(bool waits) {
+    if (turn_.IsMine()) {
+        return DDERR_SURFACEBUSY;
+    }
+    return (waits ? turn_.Take() : turn_.TryTake()) ? DD_OK : DDERR_WASSTILLDRAWING;
 }
 
 void DeviceSurface::Describe(DDSURFACEDESC* description) const {
@@ -222,12 +247,16 @@ HRESULT DeviceSurface::GetCaps(LPDDSCAPS caps) {
     return ShouldFail("GetCaps") ? E_FAIL : DD_OK;
 }
 
-HRESULT DeviceSurface::FirstPixel(const RECT& area, void** address, LONG* pitch) {
+HRESULT DeviceSurface::FirstPixel(const RECT& area, Access access, void** address, LONG* pitch) {
     PixelBuffer pixels;
     if (isScreen_) {
         const auto display = Display();
-        if (!isLockable_ || !display->BeginAccess(nullptr, area, Access::ReadWrite, &pixels)) {
+        if (!isLockable_ || !display->BeginAccess(nullptr, area, access, &pixels)) {
             return DDERR_CURRENTLYNOTAVAIL;
+        }
+        if (pixels.format != format_) {   // the mode was changed behind us
+            display->EndAccess();
+            return DDERR_WRONGMODE;
         }
         accessed_ = display;
         *address = pixels.bits;
@@ -254,12 +283,13 @@ HRESULT DeviceSurface::Lock(LPRECT area, LPDDSURFACEDESC description, DWORD flag
     if (!IsInside(locked, Whole())) {
         return DDERR_INVALIDRECT;
     }
-    if (!(flags & DDLOCK_WAIT ? turn_.Take() : turn_.TryTake())) {
-        return DDERR_SURFACEBUSY;
+    HRESULT result = TakeTurn((flags & DDLOCK_WAIT) != 0);
+    if (result != DD_OK) {
+        return result;
     }
     void* address = nullptr;
     LONG pitch = 0;
-    const HRESULT result = FirstPixel(locked, &address, &pitch);
+    result = FirstPixel(locked, flags & DDLOCK_READONLY ? Access::Read : Access::ReadWrite, &address, &pitch);
     if (result != DD_OK) {
         turn_.Give();
         return result;
@@ -399,7 +429,7 @@ HRESULT DeviceSurface::GetPalette(LPDIRECTDRAWPALETTE* palette) {
     return DD_OK;
 }
 
-HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) {
+HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) try {
     if (ShouldFail("SetPalette")) {
         return E_FAIL;
     }
@@ -410,7 +440,9 @@ HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) {
         palette->AddRef();
     }
     if (palette_) {
-        palette_->Show(false);
+        if (isScreen_) {
+            palette_->Show(false);
+        }
         palette_->Release();
     }
     palette_ = static_cast<DevicePalette*>(palette);
@@ -418,6 +450,8 @@ HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) {
         palette_->Show(true);
     }
     return DD_OK;
+} catch (const std::bad_alloc&) {
+    return DDERR_OUTOFMEMORY;
 }
 
 HRESULT DeviceSurface::GetDDInterface(LPVOID* directDraw) {

@@ -4,6 +4,7 @@
 // refused.
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "rastel/platform/portable/com_object.h"
@@ -55,7 +56,9 @@ public:
     HRESULT BltBatch(LPDDBLTBATCH, DWORD, DWORD) override { return DDERR_UNSUPPORTED; }
     HRESULT DeleteAttachedSurface(DWORD, LPDIRECTDRAWSURFACE) override { return DDERR_UNSUPPORTED; }
     HRESULT DeleteAttachedSurface(DWORD, LPDIRECTDRAWSURFACE2) override { return DDERR_UNSUPPORTED; }
-    HRESULT EnumAttachedSurfaces(LPVOID, LPDDENUMSURFACESCALLBACK) override { return DD_OK; }
+    HRESULT EnumAttachedSurfaces(LPVOID, LPDDENUMSURFACESCALLBACK) override {
+        return ShouldFail("EnumAttachedSurfaces") ? E_FAIL : DD_OK;
+    }
     HRESULT EnumOverlayZOrders(DWORD, LPVOID, LPDDENUMSURFACESCALLBACK) override { return DDERR_UNSUPPORTED; }
     HRESULT Flip(LPDIRECTDRAWSURFACE, DWORD) override { return DDERR_UNSUPPORTED; }
     HRESULT Flip(LPDIRECTDRAWSURFACE2, DWORD) override { return DDERR_UNSUPPORTED; }
@@ -72,8 +75,8 @@ public:
     HRESULT UpdateOverlayDisplay(DWORD) override { return DDERR_UNSUPPORTED; }
     HRESULT UpdateOverlayZOrder(DWORD, LPDIRECTDRAWSURFACE) override { return DDERR_UNSUPPORTED; }
     HRESULT UpdateOverlayZOrder(DWORD, LPDIRECTDRAWSURFACE2) override { return DDERR_UNSUPPORTED; }
-    HRESULT PageLock(DWORD) override { return DD_OK; }
-    HRESULT PageUnlock(DWORD) override { return DD_OK; }
+    HRESULT PageLock(DWORD) override { return ShouldFail("PageLock") ? E_FAIL : DD_OK; }
+    HRESULT PageUnlock(DWORD) override { return ShouldFail("PageUnlock") ? E_FAIL : DD_OK; }
 
 private:
     struct Landing;   // where a blit goes, with what limits it
@@ -94,8 +97,9 @@ private:
     HRESULT TakeMemory(const DDSURFACEDESC& description);
     RECT Whole() const { return {0, 0, width_, height_}; }
     bool HasLostMemory() const;
+    HRESULT TakeTurn(bool waits);
     void Describe(DDSURFACEDESC* description) const;
-    HRESULT FirstPixel(const RECT& area, void** address, LONG* pitch);
+    HRESULT FirstPixel(const RECT& area, Access access, void** address, LONG* pitch);
 
     HRESULT Draw(const RECT* target, DeviceSurface* source, const RECT* part, DWORD flags, const DDBLTFX* effects);
     HRESULT Land(const RECT& target, Landing* landing) const;
@@ -115,7 +119,7 @@ private:
     int toldBits_ = 32;
     bool isLockable_ = true;                 // not a screen whose pixels are others than it says
     std::shared_ptr<BitmapObject> bitmap_;   // null: the screen
-    std::uint64_t generation_ = 0;
+    std::atomic<std::uint64_t> generation_;
 
     AccessTurn turn_;
     bool isLocked_ = false;                     // by whoever has the turn

@@ -40,6 +40,9 @@ public:
         high_ = std::max(low_, key.dwColorSpaceHighValue & mask_);
     }
 
+    // Where there is something to draw from.
+    RECT Area() const { return ClampedRect(columns_.First(), rows_.First(), columns_.Last(), rows_.Last()); }
+
     void Draw(const Canvas& canvas, const RECT& area) {
         const int width = area.right - area.left, bits = canvas.pixels.format.bitsPerPixel;
         const auto count = static_cast<std::size_t>(width);
@@ -80,6 +83,7 @@ struct DeviceSurface::Landing {
     explicit Landing(ContextKind kind) : context(kind) {}
     DeviceContext context;
     RECT rect{};
+    BlitRect place;   // the same, never cut to what a RECT can hold
 };
 
 // In the order of their addresses, so that two blits in opposite directions don't wait for each other for ever.
@@ -92,10 +96,8 @@ public:
         }
         for (DeviceSurface* const surface : surfaces_) {
             if (surface) {
-                AccessTurn& turn = surface->turn_;
-                const bool isMine = turn.IsMine();
-                if (isMine || !(waits ? turn.Take() : turn.TryTake())) {
-                    result_ = isMine || waits ? DDERR_SURFACEBUSY : DDERR_WASSTILLDRAWING;
+                result_ = surface->TakeTurn(waits);
+                if (result_ != DD_OK) {
                     return;
                 }
                 ++taken_;
@@ -119,11 +121,11 @@ private:
 };
 
 HRESULT DeviceSurface::Blt(LPRECT target, LPDIRECTDRAWSURFACE source, LPRECT part, DWORD flags, LPDDBLTFX effects) {
-    return Draw(target, static_cast<DeviceSurface*>(source), part, flags, effects);
+    return ShouldFail("Blt") ? E_FAIL : Draw(target, static_cast<DeviceSurface*>(source), part, flags, effects);
 }
 
 HRESULT DeviceSurface::Blt(LPRECT target, LPDIRECTDRAWSURFACE2 source, LPRECT part, DWORD flags, LPDDBLTFX effects) {
-    return Draw(target, static_cast<DeviceSurface*>(source), part, flags, effects);
+    return ShouldFail("Blt") ? E_FAIL : Draw(target, static_cast<DeviceSurface*>(source), part, flags, effects);
 }
 
 HRESULT DeviceSurface::BltFast(DWORD x, DWORD y, LPDIRECTDRAWSURFACE source, LPRECT part, DWORD flags) {
@@ -139,7 +141,7 @@ HRESULT DeviceSurface::DrawFast(DWORD x, DWORD y, DeviceSurface* source, const R
         return E_FAIL;
     }
     if (!source || clipper_) {
-        return source ? DDERR_UNSUPPORTED : DDERR_INVALIDPARAMS;   // it doesn't clip
+        return source ? DDERR_BLTFASTCANTCLIP : DDERR_INVALIDPARAMS;
     }
     const RECT from = part ? *part : source->Whole();
     const RECT to =
@@ -150,9 +152,6 @@ HRESULT DeviceSurface::DrawFast(DWORD x, DWORD y, DeviceSurface* source, const R
 
 HRESULT DeviceSurface::Draw(const RECT* target, DeviceSurface* source, const RECT* part, DWORD flags,
                             const DDBLTFX* effects) try {
-    if (ShouldFail("Blt")) {
-        return E_FAIL;
-    }
     constexpr DWORD known =
         DDBLT_ASYNC | DDBLT_COLORFILL | DDBLT_KEYSRC | DDBLT_KEYSRCOVERRIDE | DDBLT_ROP | DDBLT_WAIT;
     constexpr DWORD withEffects = DDBLT_COLORFILL | DDBLT_KEYSRCOVERRIDE | DDBLT_ROP;
@@ -173,7 +172,7 @@ HRESULT DeviceSurface::Draw(const RECT* target, DeviceSurface* source, const REC
         (source && (IsEmpty(from) || !IsInside(from, source->Whole())))) {
         return DDERR_INVALIDRECT;
     }
-    if ((flags & DDBLT_KEYSRC) && !source->hasKey_) {
+    if (source && (flags & DDBLT_KEYSRC) && !source->hasKey_) {
         return DDERR_NOCOLORKEY;
     }
     const Turns turns(*this, source, (flags & DDBLT_WAIT) != 0);
@@ -193,6 +192,7 @@ HRESULT DeviceSurface::Draw(const RECT* target, DeviceSurface* source, const REC
 
 HRESULT DeviceSurface::Land(const RECT& target, Landing* landing) const {
     landing->rect = target;
+    landing->place = ToBlitRect(target);
     if (bitmap_) {
         landing->context.state.bitmap = bitmap_;
     }
@@ -208,6 +208,8 @@ HRESULT DeviceSurface::Land(const RECT& target, Landing* landing) const {
         }
         landing->rect = ClampedRect(std::int64_t{target.left} - client.left, std::int64_t{target.top} - client.top,
                                     std::int64_t{target.right} - client.left, std::int64_t{target.bottom} - client.top);
+        landing->place.x -= client.left;
+        landing->place.y -= client.top;
         return DD_OK;
     }
     Region visible;
@@ -266,9 +268,8 @@ HRESULT DeviceSurface::Copy(const RECT& target, DeviceSurface& source, const REC
     BlitRect fromRect = ToBlitRect(part);
     fromRect.x -= origin.x;
     fromRect.y -= origin.y;
-    const BlitRect toRect = ToBlitRect(landing.rect);
     if (!key) {
-        return Blit(landing.context, toRect, opened, fromRect, kSourceCopy) ? DD_OK : DDERR_GENERIC;
+        return Blit(landing.context, landing.place, opened, fromRect, kSourceCopy) ? DD_OK : DDERR_GENERIC;
     }
     PixelMemory copy;
     if (&source == this && bitmap_) {   // rows must not be read after they were written
@@ -279,8 +280,8 @@ HRESULT DeviceSurface::Copy(const RECT& target, DeviceSurface& source, const REC
         std::copy_n(bitmap_->pixels.Data(), bytes, copy.Data());
         opened.pixels.bits = copy.Data();
     }
-    KeyedRows rows(opened.pixels, toRect, fromRect, *key);
-    const bool isDrawn = DrawInside(landing.context, landing.rect, Access::ReadWrite,
+    KeyedRows rows(opened.pixels, landing.place, fromRect, *key);
+    const bool isDrawn = DrawInside(landing.context, rows.Area(), Access::ReadWrite,
                                     [&](const Canvas& canvas, const RECT& area) { rows.Draw(canvas, area); });
     return isDrawn ? DD_OK : DDERR_GENERIC;
 }
