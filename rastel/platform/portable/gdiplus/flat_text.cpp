@@ -5,6 +5,7 @@
 
 #include "rastel/platform/framework/characters.h"
 #include "rastel/platform/portable/gdiplus/canvas_graphics.h"
+#include "rastel/platform/portable/gdiplus/string_font.h"
 
 using rastel::platform::AppendUtf8;
 using rastel::platform::IsSurrogate;
@@ -13,6 +14,7 @@ using rastel::platform::gdip::FontObject;
 using rastel::platform::gdip::GraphicsObject;
 using rastel::platform::gdip::Guarded;
 using rastel::platform::gdip::ObjectOf;
+using rastel::platform::gdip::SelectFont;
 using rastel::platform::gdip::StringFormatObject;
 
 namespace Gdiplus {
@@ -32,13 +34,6 @@ struct Surface {
     cairo_surface_t* surface;
     cairo_t* cairo;
 };
-
-void SelectFont(cairo_t* cairo, const FontObject& font) {
-    cairo_select_font_face(cairo, font.family.c_str(),
-                           font.style & FontStyleItalic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
-                           font.style & FontStyleBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo, font.pixels);
-}
 
 struct Line {
     std::string text;   // UTF-8
