@@ -4,6 +4,10 @@
 #include "support/contenders.h"
 #include "support/peers.h"
 
+#if defined(RASTEL_BENCH_HAS_OPENCV)
+#include <opencv2/imgproc.hpp>
+#endif
+
 namespace rastel::bench {
 namespace {
 
@@ -41,6 +45,17 @@ void AddSdl(Suite& suite, const std::string& operation, Uint32 format) {
 }
 #endif
 
+#if defined(RASTEL_BENCH_HAS_OPENCV)
+void AddOpenCv(Suite& suite, const std::string& operation, int code, int targetType) {
+    suite.Add(operation, "OpenCV", [code, targetType](const Round& r) {
+        cv::setNumThreads(1);
+        const cv::Mat source(r.height, r.width, CV_8UC4, r.fromNoise.at, static_cast<std::size_t>(r.fromNoise.pitch));
+        cv::Mat target(r.height, r.width, targetType, r.to.at, static_cast<std::size_t>(r.to.pitch));
+        cv::cvtColor(source, target, code);
+    });
+}
+#endif
+
 }   // namespace
 
 void AddConvert(Suite& suite) {
@@ -72,6 +87,11 @@ void AddConvert(Suite& suite) {
     suite.Add("to 24 bits", "libyuv", [](const Round& r) {
         return libyuv::ARGBToRGB24(r.fromNoise.at, r.fromNoise.pitch, r.to.at, r.to.pitch, r.width, r.height) == 0;
     });
+#endif
+#if defined(RASTEL_BENCH_HAS_OPENCV)
+    AddOpenCv(suite, "to 565", cv::COLOR_BGRA2BGR565, CV_8UC2);
+    AddOpenCv(suite, "to 555", cv::COLOR_BGRA2BGR555, CV_8UC2);
+    AddOpenCv(suite, "to 24 bits", cv::COLOR_BGRA2BGR, CV_8UC3);
 #endif
 }
 

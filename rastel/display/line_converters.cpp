@@ -1,5 +1,7 @@
 #include "rastel/display/line_converters.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "rastel/display/palette_map.h"
@@ -14,6 +16,9 @@ using LineFunction = void (*)(unsigned char* dst, unsigned char* src, int width)
 
 void ForRows(LineFunction line, unsigned char* dst, unsigned char* src, int width, int height, int dstPitch,
              int srcPitch) {
+    if (width < 1) {
+        return;   // however many rows: their addresses may lead nowhere
+    }
     for (int y = 0; y < height; ++y) {
         line(dst, src, width);
         dst += dstPitch;
@@ -62,8 +67,17 @@ void Blt24Line(unsigned char* dst, unsigned char* src, int width) {
 }
 
 void Blt32Line(unsigned char* dst, unsigned char* src, int width) {
-    if (width > 0) {
-        std::memmove(dst, src, static_cast<std::size_t>(width) * 4);   // as from the last pixel to the first
+    if (width < 1) {
+        return;
+    }
+    const auto bytes = static_cast<std::size_t>(width) * 4;
+    const auto ahead = reinterpret_cast<std::uintptr_t>(src) - reinterpret_cast<std::uintptr_t>(dst);
+    if (ahead == 0 || ahead >= bytes) {   // wraps for a source that lies before the target
+        std::memmove(dst, src, bytes);    // the same as from the last word to the first
+        return;
+    }
+    for (std::size_t at = bytes; at != 0; at -= 4) {   // what has been written is read again
+        std::memmove(dst + at - 4, src + at - 4, 4);
     }
 }
 

@@ -3,7 +3,8 @@
 //
 // Words of 16 bits are little-endian with red on top; 24-bit pixels are bytes from blue to red; 8-bit ones are indices
 // out of the map of SetPaletteMap. Widths are pixels, pitches bytes and of either sign. Nothing is written at or beyond
-// the width; a width or height of 0 or less writes nothing. Source and target don't overlap.
+// the width; a width or height of 0 or less writes nothing. Source and target don't overlap, but for Blt32Line, which
+// copies word by word from the row's last to its first.
 #pragma once
 
 #include "rastel/platform/export.h"

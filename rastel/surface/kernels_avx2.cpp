@@ -78,12 +78,30 @@ struct Vec {
     }
     // Stores reach beyond the pixels that they are for, but never beyond the row's. Returns how many it has done.
     static int DropFourthBytes(BYTE* target, const BYTE* source, int width) {
-        const V kept = _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1, 0, 1, 2, 4, 5, 6, 8, 9,
-                                        10, 12, 13, 14, -1, -1, -1, -1);
-        const V order = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7);
+        const __m128i keptHalf = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+        const V kept = _mm256_broadcastsi128_si256(keptHalf);
+        const auto three = [=](const BYTE* at) { return _mm256_shuffle_epi8(Load(at), kept); };
+        // Each group of 8 pixels is turned so that its bytes meet those of the group before at a vector's end.
+        const V first = _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7), second = _mm256_setr_epi32(2, 4, 5, 6, 3, 7, 0, 1),
+                third = _mm256_setr_epi32(5, 6, 3, 7, 0, 1, 2, 4), fourth = _mm256_setr_epi32(3, 7, 0, 1, 2, 4, 5, 6);
         int x = 0;
+        for (; x + 32 <= width; x += 32) {
+            const BYTE* const from = source + x * 4;
+            BYTE* const to = target + x * 3;
+            const V a = _mm256_permutevar8x32_epi32(three(from), first),
+                    b = _mm256_permutevar8x32_epi32(three(from + bytes), second),
+                    c = _mm256_permutevar8x32_epi32(three(from + 2 * bytes), third),
+                    d = _mm256_permutevar8x32_epi32(three(from + 3 * bytes), fourth);
+            Store(to, _mm256_blend_epi32(a, b, 0xC0));
+            Store(to + bytes, _mm256_blend_epi32(b, c, 0xF0));
+            Store(to + 2 * bytes, _mm256_blend_epi32(c, d, 0xFC));
+        }
         for (; x + 11 <= width; x += 8) {
-            Store(target + x * 3, _mm256_permutevar8x32_epi32(_mm256_shuffle_epi8(Load(source + x * 4), kept), order));
+            Store(target + x * 3, _mm256_permutevar8x32_epi32(three(source + x * 4), first));
+        }
+        for (; x + 6 <= width; x += 4) {
+            const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + x * 4));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(target + x * 3), _mm_shuffle_epi8(pixels, keptHalf));
         }
         return x;
     }

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 #include "rastel/display/palette_map.h"
 #include "rastel/platform/gdi.h"
@@ -107,7 +110,7 @@ TEST(LineConverters, RectanglesConvertEveryPixel) {
     CheckRect(1, Index8, Blt8);
 }
 
-TEST(LineConverters, KnownWordsAndEmptyRectangles) {
+TEST(LineConverters, KnownWords) {
     unsigned char source[8] = {0xFF, 0xFF, 0xFF, 0x00, 0x56, 0x34, 0x12, 0xFF}, target[4] = {};
     Blt555MMX(target, source, 2, 1, 4, 8);
     EXPECT_EQ(target[0] | target[1] << 8, 0x7FFF);
@@ -115,10 +118,38 @@ TEST(LineConverters, KnownWordsAndEmptyRectangles) {
     Blt565MMX(target, source, 2, 1, 4, 8);
     EXPECT_EQ(target[0] | target[1] << 8, 0xFFFF);
     EXPECT_EQ(target[2] | target[3] << 8, 0x11AA);
+}
+
+// Any access would end the test, and so would a walk over rows without pixels.
+TEST(LineConverters, NothingToConvertTouchesNothing) {
     for (const Rect rect : {Blt555, Blt555MMX, Blt565, Blt565MMX, Blt24, Blt32, Blt8}) {
-        for (const auto& [width, height] : {std::pair{0, 3}, {-5, 3}, {3, 0}, {3, -2}}) {
-            rect(nullptr, nullptr, width, height, 0, 0);   // any access would end the test
+        for (const auto& [width, height] : {std::pair{0, INT_MAX}, {-5, 3}, {INT_MIN, INT_MAX}, {3, 0}, {3, INT_MIN}}) {
+            rect(nullptr, nullptr, width, height, -12, INT_MIN);
         }
+    }
+    for (const Line line :
+         {Blt555Line, Blt555LineMMX, Blt555LineMMX2, Blt565Line, Blt565LineMMX4, Blt24Line, Blt32Line, Blt8Line}) {
+        for (const int width : {0, -1, INT_MIN}) {
+            line(nullptr, nullptr, width);
+        }
+    }
+}
+
+TEST(LineConverters, WordsAreCopiedFromTheLastToTheFirst) {
+    constexpr int width = 9, room = 64;
+    for (int targetAt = 0; targetAt + width * 4 <= room; ++targetAt) {
+        unsigned char got[room], expected[room];
+        for (int i = 0; i < room; ++i) {
+            got[i] = expected[i] = static_cast<unsigned char>(i);
+        }
+        constexpr int sourceAt = 14;
+        for (int x = width - 1; x >= 0; --x) {
+            DWORD word;
+            std::memcpy(&word, expected + sourceAt + x * 4, 4);
+            std::memcpy(expected + targetAt + x * 4, &word, 4);
+        }
+        Blt32Line(got + targetAt, got + sourceAt, width);
+        EXPECT_EQ(std::memcmp(got, expected, room), 0) << targetAt;
     }
 }
 
@@ -135,7 +166,7 @@ TEST(LineConverters, TheMapHasTheNearestEntryOfThePalette) {
     };
     for (int i = 0; i < 512; ++i) {
         const int red = (i & 7) << 5, green = (i >> 3 & 7) << 5, blue = (i >> 6 & 7) << 5;
-        int least = INT32_MAX;
+        int least = INT_MAX;
         for (int entry = 0; entry < 256; ++entry) {
             least = std::min(least, distance(entry, red, green, blue));
         }
