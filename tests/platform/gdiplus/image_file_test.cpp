@@ -66,7 +66,7 @@ DWORD At(Bitmap& bitmap, int x, int y) {
 
 void Append(FileBytes& bytes, DWORD value, int count) {
     for (int i = 0; i < count; ++i) {
-        bytes.push_back(i < 4 ? static_cast<unsigned char>(value >> 8 * i) : 0);
+        bytes.push_back(static_cast<unsigned char>(i < 4 ? value >> 8 * i : 0u));
     }
 }
 
