@@ -62,8 +62,10 @@ ScreenVertex Projected(const ClipVertex& v, const D3DVIEWPORT9& viewport) {
     const double inverse = 1 / v.w;
     const double x = viewport.X + (1 + v.x * inverse) * viewport.Width / 2;
     const double y = viewport.Y + (1 - v.y * inverse) * viewport.Height / 2;
-    ScreenVertex made{std::llround(x * subpixels),
-                      std::llround(y * subpixels),
+    // Clipping leaves little beyond the view, but for numbers so large that their sums lose it.
+    const auto held = [](double place) { return std::isfinite(place) ? std::clamp(place, -32768.0, 32768.0) : 0.0; };
+    ScreenVertex made{std::llround(held(x) * subpixels),
+                      std::llround(held(y) * subpixels),
                       viewport.MinZ + v.z * inverse * (double{viewport.MaxZ} - viewport.MinZ),
                       inverse,
                       {}};
