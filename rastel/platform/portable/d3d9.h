@@ -5,6 +5,7 @@
 // a window.
 #pragma once
 
+#include "rastel/platform/portable/d3d9/caps.h"
 #include "rastel/platform/portable/d3d9/d3dx9.h"
 #include "rastel/platform/portable/d3d9/ids.h"
 #include "rastel/platform/portable/d3d9/interfaces.h"

@@ -33,8 +33,8 @@ HRESULT VertexBuffer::GetDesc(D3DVERTEXBUFFER_DESC* description) {
         return D3DERR_INVALIDCALL;
     }
     *description = {
-        D3DFMT_VERTEXDATA, D3DRTYPE_VERTEXBUFFER, bytes_->usage, bytes_->pool, static_cast<UINT>(bytes_->bytes.size()),
-        bytes_->fvf};
+        D3DFMT_VERTEXDATA, D3DRTYPE_VERTEXBUFFER, body_->usage, body_->pool, static_cast<UINT>(body_->bytes.size()),
+        body_->fvf};
     return D3D_OK;
 }
 
@@ -54,8 +54,8 @@ HRESULT IndexBuffer::GetDesc(D3DINDEXBUFFER_DESC* description) {
     if (!description) {
         return D3DERR_INVALIDCALL;
     }
-    *description = {bytes_->format, D3DRTYPE_INDEXBUFFER, bytes_->usage, bytes_->pool,
-                    static_cast<UINT>(bytes_->bytes.size())};
+    *description = {body_->format, D3DRTYPE_INDEXBUFFER, body_->usage, body_->pool,
+                    static_cast<UINT>(body_->bytes.size())};
     return D3D_OK;
 }
 

@@ -8,7 +8,7 @@
 
 namespace rastel::platform::d3d {
 
-struct BufferBytes {
+struct BufferBytes : Body {
     std::vector<BYTE> bytes;
     DWORD usage = 0;
     D3DPOOL pool = D3DPOOL_DEFAULT;
@@ -22,35 +22,34 @@ using BytesPointer = std::shared_ptr<BufferBytes>;
 BytesPointer MakeBytes(UINT count);
 
 template <class Interface>
-class Buffer : public Resource<Interface> {
+class Buffer : public Resource<Interface, BufferBytes> {
 public:
-    Buffer(IDirect3DDevice9& device, BytesPointer bytes) : Resource<Interface>(device), bytes_(std::move(bytes)) {}
-
-    static const BytesPointer& Of(Interface* buffer) { return static_cast<Buffer*>(buffer)->bytes_; }
+    using Resource<Interface, BufferBytes>::Resource;
 
     HRESULT Lock(UINT offset, UINT size, void** data, DWORD) override {
         if (!data) {
             return D3DERR_INVALIDCALL;
         }
-        const auto count = static_cast<UINT>(bytes_->bytes.size());
+        const Turn turn = TakeTurn(this->device_);
+        const auto count = static_cast<UINT>(this->body_->bytes.size());
         if (Fails("Lock", data) || offset >= count || size > count - offset) {
             return D3DERR_INVALIDCALL;
         }
-        ++bytes_->locks;
-        *data = bytes_->bytes.data() + offset;
+        ++this->body_->locks;
+        *data = this->body_->bytes.data() + offset;
         return D3D_OK;
     }
     HRESULT Unlock() override {
-        if (bytes_->locks == 0) {
+        const Turn turn = TakeTurn(this->device_);
+        if (this->body_->locks == 0) {
             return D3DERR_INVALIDCALL;
         }
-        --bytes_->locks;
+        --this->body_->locks;
         return D3D_OK;
     }
 
 protected:
     ~Buffer() override = default;
-    BytesPointer bytes_;
 };
 
 class VertexBuffer final : public Buffer<IDirect3DVertexBuffer9> {

@@ -8,10 +8,6 @@ namespace rastel::platform::d3d {
 
 namespace {
 
-D3DXVECTOR3 Difference(const D3DXVECTOR3& a, const D3DXVECTOR3& b) {
-    return D3DXVECTOR3(a.x - b.x, a.y - b.y, a.z - b.z);
-}
-
 float Dot(const D3DXVECTOR3& a, const D3DXVECTOR3& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
@@ -56,7 +52,7 @@ D3DXMATRIX* WINAPI MatrixLookAtLH(D3DXMATRIX* out, const D3DXVECTOR3* eye, const
     if (!out || !eye || !at || !up) {
         return nullptr;
     }
-    const D3DXVECTOR3 z = Unit(Difference(*at, *eye)), x = Unit(Cross(*up, z)), y = Cross(z, x);
+    const D3DXVECTOR3 z = Unit(*at - *eye), x = Unit(Cross(*up, z)), y = Cross(z, x);
     const D3DXVECTOR3* const axes[] = {&x, &y, &z};
     D3DXMATRIX matrix{};
     for (int i = 0; i < 3; ++i) {

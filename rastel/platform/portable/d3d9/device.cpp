@@ -1,61 +1,13 @@
-// Making a device and what belongs to it, and its states.
+// Making a device and what belongs to it.
 #include "rastel/platform/portable/d3d9/device.h"
 
 #include <algorithm>
-#include <bit>
 #include <new>
 
 #include "rastel/platform/portable/d3d9/surface.h"
 #include "rastel/platform/portable/gdi/device_context.h"
 
 namespace rastel::platform::d3d {
-
-namespace {
-
-// The value at a place of a table; false: there is no such place.
-template <class Table, class Index>
-bool Get(const Table& table, Index index, DWORD* value) {
-    if (!value || index >= table.size()) {
-        return false;
-    }
-    *value = table[index];
-    return true;
-}
-
-template <class Table, class Index>
-bool Set(Table& table, Index index, DWORD value) {
-    if (index >= table.size()) {
-        return false;
-    }
-    table[index] = value;
-    return true;
-}
-
-HRESULT Answer(bool isDone) {
-    return isDone ? D3D_OK : D3DERR_INVALIDCALL;
-}
-
-}   // namespace
-
-D3DMATRIX Identity() {
-    D3DMATRIX matrix{};
-    for (int i = 0; i < 4; ++i) {
-        matrix.m[i][i] = 1;
-    }
-    return matrix;
-}
-
-D3DMATRIX Product(const D3DMATRIX& first, const D3DMATRIX& second) {
-    D3DMATRIX product{};
-    for (int row = 0; row < 4; ++row) {
-        for (int column = 0; column < 4; ++column) {
-            for (int i = 0; i < 4; ++i) {
-                product.m[row][column] += first.m[row][i] * second.m[i][column];
-            }
-        }
-    }
-    return product;
-}
 
 HRESULT Device::Make(IDirect3D9& maker, const D3DDEVICE_CREATION_PARAMETERS& creation,
                      D3DPRESENT_PARAMETERS* parameters, IDirect3DDevice9** device) try {
@@ -80,6 +32,10 @@ Device::Device(IDirect3D9& maker, const D3DDEVICE_CREATION_PARAMETERS& creation)
 
 Device::~Device() {
     maker_.Release();
+}
+
+Turn TakeTurn(IDirect3DDevice9& device) {
+    return Turn(static_cast<Device&>(device).Mutex());
 }
 
 HRESULT Device::QueryInterface(REFIID wanted, void** object) {
@@ -122,63 +78,28 @@ HRESULT Device::MakeChain(D3DPRESENT_PARAMETERS* parameters) {
     if (!IsColorFormat(p.BackBufferFormat) || p.BackBufferWidth > longestSide || p.BackBufferHeight > longestSide) {
         return D3DERR_INVALIDCALL;
     }
-    auto chain = std::make_shared<Chain>();
-    chain->parameters = p;
+    std::vector<ImagePointer> buffers;
     for (UINT i = 0; i < p.BackBufferCount; ++i) {
-        chain->buffers.push_back(MakeImage(p.BackBufferWidth, p.BackBufferHeight, p.BackBufferFormat,
-                                           D3DUSAGE_RENDERTARGET, D3DPOOL_DEFAULT));
+        buffers.push_back(MakeImage(p.BackBufferWidth, p.BackBufferHeight, p.BackBufferFormat, D3DUSAGE_RENDERTARGET,
+                                    D3DPOOL_DEFAULT));
     }
     ImagePointer depth;
     if (p.EnableAutoDepthStencil) {
         depth = MakeImage(p.BackBufferWidth, p.BackBufferHeight, p.AutoDepthStencilFormat, D3DUSAGE_DEPTHSTENCIL,
                           D3DPOOL_DEFAULT);
     }
-    if (std::ranges::find(chain->buffers, nullptr) != chain->buffers.end() || (p.EnableAutoDepthStencil && !depth)) {
+    if (std::ranges::find(buffers, nullptr) != buffers.end() || (p.EnableAutoDepthStencil && !depth)) {
         return D3DERR_OUTOFVIDEOMEMORY;
     }
-    chain_ = std::move(chain);
+    if (!chain_) {
+        chain_ = std::make_shared<Chain>();
+    }
+    chain_->parameters = p;
+    chain_->buffers = std::move(buffers);
     depth_ = std::move(depth);
     *parameters = p;
     ResetStates();
     return D3D_OK;
-}
-
-void Device::ResetStates() {
-    target_.reset();
-    isInScene_ = false;
-    const auto& p = chain_->parameters;
-    viewport_ = {0, 0, p.BackBufferWidth, p.BackBufferHeight, 0, 1};
-    scissor_ = {0, 0, static_cast<LONG>(p.BackBufferWidth), static_cast<LONG>(p.BackBufferHeight)};
-    transforms_.clear();
-    renderStates_ = {};
-    RenderState(D3DRS_ZENABLE) = depth_ ? 1 : 0;
-    RenderState(D3DRS_FILLMODE) = 3;
-    RenderState(D3DRS_SHADEMODE) = 2;
-    RenderState(D3DRS_ZWRITEENABLE) = TRUE;
-    RenderState(D3DRS_SRCBLEND) = D3DBLEND_ONE;
-    RenderState(D3DRS_DESTBLEND) = D3DBLEND_ZERO;
-    RenderState(D3DRS_CULLMODE) = D3DCULL_CCW;
-    RenderState(D3DRS_ZFUNC) = D3DCMP_LESSEQUAL;
-    RenderState(D3DRS_ALPHAFUNC) = D3DCMP_ALWAYS;
-    RenderState(D3DRS_TEXTUREFACTOR) = 0xFFFFFFFF;
-    RenderState(D3DRS_CLIPPING) = TRUE;
-    RenderState(D3DRS_LIGHTING) = TRUE;
-    for (DWORD stage = 0; stage < stages; ++stage) {
-        auto& states = stageStates_[stage] = {};
-        states[D3DTSS_COLOROP] = stage == 0 ? D3DTOP_MODULATE : D3DTOP_DISABLE;
-        states[D3DTSS_ALPHAOP] = stage == 0 ? D3DTOP_SELECTARG1 : D3DTOP_DISABLE;
-        states[D3DTSS_COLORARG1] = states[D3DTSS_ALPHAARG1] = D3DTA_TEXTURE;
-        states[D3DTSS_COLORARG2] = states[D3DTSS_ALPHAARG2] = D3DTA_CURRENT;
-    }
-    for (auto& states : samplerStates_) {
-        states = {};
-        states[D3DSAMP_ADDRESSU] = states[D3DSAMP_ADDRESSV] = D3DTADDRESS_WRAP;
-        states[D3DSAMP_MAGFILTER] = states[D3DSAMP_MINFILTER] = D3DTEXF_POINT;
-    }
-    textures_ = {};
-    vertices_.reset();
-    indices_.reset();
-    fvf_ = vertexOffset_ = vertexStride_ = 0;
 }
 
 HRESULT Device::GetDirect3D(IDirect3D9** direct3D) {
@@ -188,6 +109,10 @@ HRESULT Device::GetDirect3D(IDirect3D9** direct3D) {
     maker_.AddRef();
     *direct3D = &maker_;
     return D3D_OK;
+}
+
+HRESULT Device::GetDeviceCaps(D3DCAPS9* caps) {
+    return maker_.GetDeviceCaps(creation_.AdapterOrdinal, creation_.DeviceType, caps);
 }
 
 HRESULT Device::GetDisplayMode(UINT chain, D3DDISPLAYMODE* mode) {
@@ -203,13 +128,14 @@ HRESULT Device::GetCreationParameters(D3DDEVICE_CREATION_PARAMETERS* parameters)
 }
 
 HRESULT Device::GetSwapChain(UINT index, IDirect3DSwapChain9** chain) {
+    const std::lock_guard lock(mutex_);
     if (!chain) {
         return D3DERR_INVALIDCALL;
     }
     if (Fails("GetSwapChain", chain) || index != 0) {
         return D3DERR_INVALIDCALL;
     }
-    *chain = new (std::nothrow) SwapChain(*this, chain_);
+    *chain = Show<SwapChain>(*this, chain_);
     return *chain ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -228,10 +154,11 @@ HRESULT Device::Present(const RECT* source, const RECT* target, HWND window, con
     if (ShouldFail("Present") || isInScene_) {
         return D3DERR_INVALIDCALL;
     }
-    return Answer(chain_->Show(source, target, window));
+    return chain_->Show(source, target, window) ? D3D_OK : D3DERR_INVALIDCALL;
 }
 
 HRESULT Device::GetBackBuffer(UINT chain, UINT index, D3DBACKBUFFER_TYPE type, IDirect3DSurface9** buffer) {
+    const std::lock_guard lock(mutex_);
     if (!buffer) {
         return D3DERR_INVALIDCALL;
     }
@@ -239,7 +166,7 @@ HRESULT Device::GetBackBuffer(UINT chain, UINT index, D3DBACKBUFFER_TYPE type, I
         type != D3DBACKBUFFER_TYPE_MONO) {
         return D3DERR_INVALIDCALL;
     }
-    *buffer = Surface::On(*this, chain_->buffers[index]);
+    *buffer = Show<Surface>(*this, chain_->buffers[index]);
     return *buffer ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -251,11 +178,11 @@ HRESULT Device::CreateTexture(UINT width, UINT height, UINT levels, DWORD usage,
     if (Fails("CreateTexture", texture) || shared) {
         return D3DERR_INVALIDCALL;
     }
-    LevelsPointer made = MakeLevels(width, height, levels, usage, format, pool);
+    const LevelsPointer made = MakeLevels(width, height, levels, usage, format, pool);
     if (!made) {
         return D3DERR_INVALIDCALL;
     }
-    *texture = new (std::nothrow) Texture(*this, std::move(made));
+    *texture = Show<Texture>(*this, made);
     return *texture ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -267,14 +194,14 @@ HRESULT Device::CreateVertexBuffer(UINT bytes, DWORD usage, DWORD fvf, D3DPOOL p
     if (Fails("CreateVertexBuffer", buffer) || shared || bytes == 0) {
         return D3DERR_INVALIDCALL;
     }
-    BytesPointer made = MakeBytes(bytes);
+    const BytesPointer made = MakeBytes(bytes);
     if (!made) {
         return E_OUTOFMEMORY;
     }
     made->usage = usage;
     made->pool = pool;
     made->fvf = fvf;
-    *buffer = new (std::nothrow) VertexBuffer(*this, std::move(made));
+    *buffer = Show<VertexBuffer>(*this, made);
     return *buffer ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -287,14 +214,14 @@ HRESULT Device::CreateIndexBuffer(UINT bytes, DWORD usage, D3DFORMAT format, D3D
         (format != D3DFMT_INDEX16 && format != D3DFMT_INDEX32)) {
         return D3DERR_INVALIDCALL;
     }
-    BytesPointer made = MakeBytes(bytes);
+    const BytesPointer made = MakeBytes(bytes);
     if (!made) {
         return E_OUTOFMEMORY;
     }
     made->usage = usage;
     made->pool = pool;
     made->format = format;
-    *buffer = new (std::nothrow) IndexBuffer(*this, std::move(made));
+    *buffer = Show<IndexBuffer>(*this, made);
     return *buffer ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -305,7 +232,7 @@ HRESULT Device::MakeSurface(const char* call, const ImagePointer& image, IDirect
     if (Fails(call, surface) || !image) {
         return D3DERR_INVALIDCALL;
     }
-    *surface = Surface::On(*this, image);
+    *surface = Show<Surface>(*this, image);
     return *surface ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -343,6 +270,7 @@ HRESULT Device::SetRenderTarget(DWORD index, IDirect3DSurface9* surface) {
 }
 
 HRESULT Device::GetRenderTarget(DWORD index, IDirect3DSurface9** surface) {
+    const std::lock_guard lock(mutex_);
     return MakeSurface("GetRenderTarget", index != 0 ? nullptr : target_ ? target_ : chain_->buffers.front(), surface);
 }
 
@@ -356,6 +284,7 @@ HRESULT Device::SetDepthStencilSurface(IDirect3DSurface9* surface) {
 }
 
 HRESULT Device::GetDepthStencilSurface(IDirect3DSurface9** surface) {
+    const std::lock_guard lock(mutex_);
     const HRESULT result = MakeSurface("GetDepthStencilSurface", depth_, surface);
     return surface && !depth_ ? D3DERR_NOTFOUND : result;
 }
@@ -375,167 +304,6 @@ HRESULT Device::EndScene() {
         return D3DERR_INVALIDCALL;
     }
     isInScene_ = false;
-    return D3D_OK;
-}
-
-HRESULT Device::SetTransform(D3DTRANSFORMSTATETYPE state, const D3DMATRIX* matrix) try {
-    const std::lock_guard lock(mutex_);
-    constexpr DWORD most = D3DTS_WORLD + 255;
-    if (!matrix || state > most) {
-        return D3DERR_INVALIDCALL;
-    }
-    transforms_[state] = *matrix;
-    return D3D_OK;
-} catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-}
-
-HRESULT Device::GetTransform(D3DTRANSFORMSTATETYPE state, D3DMATRIX* matrix) {
-    const std::lock_guard lock(mutex_);
-    if (!matrix) {
-        return D3DERR_INVALIDCALL;
-    }
-    const auto found = transforms_.find(state);
-    *matrix = found == transforms_.end() ? Identity() : found->second;
-    return D3D_OK;
-}
-
-HRESULT Device::MultiplyTransform(D3DTRANSFORMSTATETYPE state, const D3DMATRIX* matrix) {
-    D3DMATRIX current;
-    if (!matrix || GetTransform(state, &current) != D3D_OK) {
-        return D3DERR_INVALIDCALL;
-    }
-    current = Product(*matrix, current);
-    return SetTransform(state, &current);
-}
-
-HRESULT Device::SetViewport(const D3DVIEWPORT9* viewport) {
-    const std::lock_guard lock(mutex_);
-    const Image& target = target_ ? *target_ : *chain_->buffers.front();
-    const auto fits = [](DWORD first, DWORD length, UINT limit) { return first <= limit && length <= limit - first; };
-    if (!viewport || !fits(viewport->X, viewport->Width, target.description.Width) ||
-        !fits(viewport->Y, viewport->Height, target.description.Height)) {
-        return D3DERR_INVALIDCALL;
-    }
-    viewport_ = *viewport;
-    return D3D_OK;
-}
-
-HRESULT Device::GetViewport(D3DVIEWPORT9* viewport) {
-    if (!viewport) {
-        return D3DERR_INVALIDCALL;
-    }
-    *viewport = viewport_;
-    return D3D_OK;
-}
-
-HRESULT Device::SetScissorRect(const RECT* rect) {
-    const std::lock_guard lock(mutex_);
-    if (!rect) {
-        return D3DERR_INVALIDCALL;
-    }
-    scissor_ = *rect;
-    return D3D_OK;
-}
-
-HRESULT Device::GetScissorRect(RECT* rect) {
-    if (!rect) {
-        return D3DERR_INVALIDCALL;
-    }
-    *rect = scissor_;
-    return D3D_OK;
-}
-
-HRESULT Device::SetRenderState(D3DRENDERSTATETYPE state, DWORD value) {
-    const std::lock_guard lock(mutex_);
-    return Answer(Set(renderStates_, static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::GetRenderState(D3DRENDERSTATETYPE state, DWORD* value) {
-    return Answer(Get(renderStates_, static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::SetTextureStageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD value) {
-    const std::lock_guard lock(mutex_);
-    return Answer(stage < stages && Set(stageStates_[stage], static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::GetTextureStageState(DWORD stage, D3DTEXTURESTAGESTATETYPE state, DWORD* value) {
-    return Answer(stage < stages && Get(stageStates_[stage], static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::SetSamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD value) {
-    const std::lock_guard lock(mutex_);
-    return Answer(sampler < samplers && Set(samplerStates_[sampler], static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::GetSamplerState(DWORD sampler, D3DSAMPLERSTATETYPE state, DWORD* value) {
-    return Answer(sampler < samplers && Get(samplerStates_[sampler], static_cast<DWORD>(state), value));
-}
-
-HRESULT Device::SetTexture(DWORD stage, IDirect3DBaseTexture9* texture) {
-    const std::lock_guard lock(mutex_);
-    if (stage >= stages) {
-        return D3DERR_INVALIDCALL;
-    }
-    textures_[stage] = texture ? Texture::Of(texture) : nullptr;
-    return D3D_OK;
-}
-
-HRESULT Device::GetTexture(DWORD stage, IDirect3DBaseTexture9** texture) {
-    if (!texture || stage >= stages) {
-        return D3DERR_INVALIDCALL;
-    }
-    *texture = textures_[stage] ? new (std::nothrow) Texture(*this, textures_[stage]) : nullptr;
-    return D3D_OK;
-}
-
-HRESULT Device::SetFVF(DWORD fvf) {
-    const std::lock_guard lock(mutex_);
-    fvf_ = fvf;
-    return D3D_OK;
-}
-
-HRESULT Device::GetFVF(DWORD* fvf) {
-    if (!fvf) {
-        return D3DERR_INVALIDCALL;
-    }
-    *fvf = fvf_;
-    return D3D_OK;
-}
-
-HRESULT Device::SetStreamSource(UINT stream, IDirect3DVertexBuffer9* buffer, UINT offset, UINT stride) {
-    const std::lock_guard lock(mutex_);
-    if (stream != 0) {
-        return D3DERR_INVALIDCALL;
-    }
-    vertices_ = buffer ? VertexBuffer::Of(buffer) : nullptr;
-    vertexOffset_ = offset;
-    vertexStride_ = stride;
-    return D3D_OK;
-}
-
-HRESULT Device::GetStreamSource(UINT stream, IDirect3DVertexBuffer9** buffer, UINT* offset, UINT* stride) {
-    if (stream != 0 || !buffer || !offset || !stride) {
-        return D3DERR_INVALIDCALL;
-    }
-    *buffer = vertices_ ? new (std::nothrow) VertexBuffer(*this, vertices_) : nullptr;
-    *offset = vertexOffset_;
-    *stride = vertexStride_;
-    return D3D_OK;
-}
-
-HRESULT Device::SetIndices(IDirect3DIndexBuffer9* buffer) {
-    const std::lock_guard lock(mutex_);
-    indices_ = buffer ? IndexBuffer::Of(buffer) : nullptr;
-    return D3D_OK;
-}
-
-HRESULT Device::GetIndices(IDirect3DIndexBuffer9** buffer) {
-    if (!buffer) {
-        return D3DERR_INVALIDCALL;
-    }
-    *buffer = indices_ ? new (std::nothrow) IndexBuffer(*this, indices_) : nullptr;
     return D3D_OK;
 }
 

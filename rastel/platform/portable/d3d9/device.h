@@ -19,6 +19,8 @@ public:
     static HRESULT Make(IDirect3D9& maker, const D3DDEVICE_CREATION_PARAMETERS& creation,
                         D3DPRESENT_PARAMETERS* parameters, IDirect3DDevice9** device);
 
+    std::recursive_mutex& Mutex() { return mutex_; }
+
     HRESULT QueryInterface(REFIID wanted, void** object) override;
     ULONG AddRef() override { return references_.Add(); }
     ULONG Release() override;
@@ -28,6 +30,7 @@ public:
     UINT GetAvailableTextureMem() override { return 256u << 20; }
     HRESULT EvictManagedResources() override { return D3D_OK; }
     HRESULT GetDirect3D(IDirect3D9** direct3D) override;
+    HRESULT GetDeviceCaps(D3DCAPS9* caps) override;
     HRESULT GetDisplayMode(UINT chain, D3DDISPLAYMODE* mode) override;
     HRESULT GetCreationParameters(D3DDEVICE_CREATION_PARAMETERS* parameters) override;
     HRESULT GetSwapChain(UINT index, IDirect3DSwapChain9** chain) override;
@@ -74,6 +77,8 @@ public:
     HRESULT GetViewport(D3DVIEWPORT9* viewport) override;
     HRESULT SetScissorRect(const RECT* rect) override;
     HRESULT GetScissorRect(RECT* rect) override;
+    HRESULT SetMaterial(const D3DMATERIAL9* material) override;
+    HRESULT GetMaterial(D3DMATERIAL9* material) override;
     HRESULT SetRenderState(D3DRENDERSTATETYPE state, DWORD value) override;
     HRESULT GetRenderState(D3DRENDERSTATETYPE state, DWORD* value) override;
     HRESULT GetTexture(DWORD stage, IDirect3DBaseTexture9** texture) override;
@@ -125,6 +130,7 @@ private:
     D3DVIEWPORT9 viewport_{};
     RECT scissor_{};
     std::map<DWORD, D3DMATRIX> transforms_;
+    D3DMATERIAL9 material_{};
     std::array<DWORD, 256> renderStates_{};
     std::array<std::array<DWORD, stageStates>, stages> stageStates_{};
     std::array<std::array<DWORD, samplerStates>, samplers> samplerStates_{};

@@ -19,23 +19,34 @@ struct VertexLayout {
         }
         isOnScreen = position == D3DFVF_XYZRHW;
         bytes = isOnScreen ? 16 : 12;
-        constexpr DWORD pointSize = 0x20;
         bytes += fvf & D3DFVF_NORMAL ? 12 : 0;
-        bytes += fvf & pointSize ? 4 : 0;
+        bytes += fvf & D3DFVF_PSIZE ? 4 : 0;
         if (fvf & D3DFVF_DIFFUSE) {
             diffuse = bytes;
             bytes += 4;
         }
         bytes += fvf & D3DFVF_SPECULAR ? 4 : 0;
         const UINT sets = (fvf & D3DFVF_TEXCOUNT_MASK) >> 8;
-        texture = sets > 0 ? static_cast<int>(bytes) : -1;
-        bytes += sets * 8;
+        constexpr UINT mostSets = 8;
+        if (sets > mostSets) {
+            bytes = 0;
+            return;
+        }
+        constexpr UINT numbers[] = {2, 3, 4, 1};   // of a set, by the two bits that the format has for each
+        for (UINT set = 0; set < sets; ++set) {
+            const UINT count = numbers[fvf >> (16 + 2 * set) & 3];
+            if (set == 0) {
+                texture = bytes;
+                textureBytes = std::min(count, 2u) * 4;
+            }
+            bytes += count * 4;
+        }
     }
 
     bool isOnScreen = false;
     UINT bytes = 0;
     UINT diffuse = 0;   // 0: none
-    int texture = -1;
+    UINT texture = 0, textureBytes = 0;
 };
 
 UINT CornersOf(D3DPRIMITIVETYPE type, UINT triangles) {
@@ -90,9 +101,8 @@ DrawState Device::CurrentState() {
     if (RenderState(D3DRS_SCISSORTESTENABLE)) {
         cut(scissor_);
     }
-    constexpr DWORD flat = 1;
     state.cull = RenderState(D3DRS_CULLMODE);
-    state.isFlat = RenderState(D3DRS_SHADEMODE) == flat;
+    state.isFlat = RenderState(D3DRS_SHADEMODE) == D3DSHADE_FLAT;
     state.testsDepth = RenderState(D3DRS_ZENABLE) != 0 && depth_;
     state.writesDepth = RenderState(D3DRS_ZWRITEENABLE) != 0;
     state.depthFunction = RenderState(D3DRS_ZFUNC);
@@ -102,7 +112,7 @@ DrawState Device::CurrentState() {
     state.blends = RenderState(D3DRS_ALPHABLENDENABLE) != 0;
     state.sourceBlend = RenderState(D3DRS_SRCBLEND);
     state.targetBlend = RenderState(D3DRS_DESTBLEND);
-    state.factor = RenderState(D3DRS_TEXTUREFACTOR);
+    state.factor = ToColor4(RenderState(D3DRS_TEXTUREFACTOR));
     const auto& stage = stageStates_[0];
     state.stage = {stage[D3DTSS_COLOROP], stage[D3DTSS_COLORARG1], stage[D3DTSS_COLORARG2],
                    stage[D3DTSS_ALPHAOP], stage[D3DTSS_ALPHAARG1], stage[D3DTSS_ALPHAARG2]};
@@ -145,20 +155,24 @@ ClipVertex Device::ReadVertex(const Vertices& vertices, std::int64_t index, cons
     if (layout.diffuse != 0) {
         std::memcpy(&diffuse, bytes + layout.diffuse, sizeof(diffuse));
     }
-    if (!layout.isOnScreen && RenderState(D3DRS_LIGHTING)) {
-        diffuse &= 0xFF000000;   // there are no lights
-    }
     made.color = ToColor4(diffuse);
-    if (layout.texture >= 0) {
-        std::memcpy(&made.u, bytes + layout.texture, sizeof(made.u));
-        std::memcpy(&made.v, bytes + layout.texture + sizeof(made.u), sizeof(made.v));
+    if (!layout.isOnScreen && RenderState(D3DRS_LIGHTING)) {
+        // There are no lights but the one that is everywhere.
+        const Color4 light = ToColor4(RenderState(D3DRS_AMBIENT));
+        const D3DCOLORVALUE &glow = material_.Emissive, &back = material_.Ambient;
+        const auto shine = [](float own, float thrown) { return std::clamp(own + thrown, 0.0f, 1.0f); };
+        made.color = {shine(glow.r, light[0] * back.r), shine(glow.g, light[1] * back.g),
+                      shine(glow.b, light[2] * back.b), made.color[3]};
     }
+    float uv[2] = {};
+    std::memcpy(uv, bytes + layout.texture, layout.textureBytes);
+    made.u = uv[0];
+    made.v = uv[1];
     return made;
 }
 
 HRESULT Device::Draw(const char* call, D3DPRIMITIVETYPE type, const Vertices& vertices, const Indices& indices,
                      UINT count) try {
-    constexpr UINT mostTriangles = 1u << 24;
     const VertexLayout layout(fvf_);
     if (ShouldFail(call) || !isInScene_ || type < D3DPT_TRIANGLELIST || type > D3DPT_TRIANGLEFAN || count == 0 ||
         count > mostTriangles || layout.bytes == 0 || vertices.stride < layout.bytes || !vertices.bytes) {

@@ -56,8 +56,8 @@ HRESULT Device::UpdateTexture(IDirect3DBaseTexture9* source, IDirect3DBaseTextur
     if (ShouldFail("UpdateTexture") || !source || !target) {
         return D3DERR_INVALIDCALL;
     }
-    const Levels& from = *Texture::Of(source);
-    const Levels& to = *Texture::Of(target);
+    const auto& from = Texture::OfBase(source)->images;
+    const auto& to = Texture::OfBase(target)->images;
     bool isDone = true;
     for (std::size_t i = 0; i < std::min(from.size(), to.size()) && isDone; ++i) {
         isDone = from[i]->description.Width == to[i]->description.Width &&
@@ -102,7 +102,7 @@ HRESULT Device::ColorFill(IDirect3DSurface9* surface, const RECT* area, D3DCOLOR
 HRESULT Device::Clear(DWORD count, const D3DRECT* rects, DWORD flags, D3DCOLOR color, float z, DWORD) {
     const std::lock_guard lock(mutex_);
     const bool clearsDepth = (flags & D3DCLEAR_ZBUFFER) != 0;
-    if (ShouldFail("Clear") || (clearsDepth && !depth_) || (count != 0) != (rects != nullptr)) {
+    if (ShouldFail("Clear") || (clearsDepth && !(depth_ && z >= 0 && z <= 1)) || (count != 0) != (rects != nullptr)) {
         return D3DERR_INVALIDCALL;
     }
     Image& target = target_ ? *target_ : *chain_->buffers.front();

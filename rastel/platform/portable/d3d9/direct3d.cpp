@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "rastel/platform/portable/d3d9/capabilities.h"
 #include "rastel/platform/portable/d3d9/device.h"
 
 namespace rastel::platform::d3d {
@@ -43,6 +44,22 @@ ULONG Direct3D::Release() {
         delete this;
     }
     return left;
+}
+
+HRESULT Direct3D::GetAdapterIdentifier(UINT adapter, DWORD, D3DADAPTER_IDENTIFIER9* identifier) {
+    if (adapter != D3DADAPTER_DEFAULT || !identifier || ShouldFail("GetAdapterIdentifier")) {
+        return D3DERR_INVALIDCALL;
+    }
+    *identifier = AdapterIdentifier();
+    return D3D_OK;
+}
+
+HRESULT Direct3D::GetDeviceCaps(UINT adapter, D3DDEVTYPE type, D3DCAPS9* caps) {
+    if (adapter != D3DADAPTER_DEFAULT || !caps || ShouldFail("GetDeviceCaps")) {
+        return D3DERR_INVALIDCALL;
+    }
+    *caps = Capabilities(type);
+    return D3D_OK;
 }
 
 UINT Direct3D::GetAdapterModeCount(UINT adapter, D3DFORMAT format) {

@@ -15,7 +15,7 @@ public:
     ULONG Release() override;
     HRESULT RegisterSoftwareDevice(void*) override { return D3DERR_INVALIDCALL; }
     UINT GetAdapterCount() override { return 1; }
-    HRESULT GetAdapterIdentifier(UINT, DWORD, D3DADAPTER_IDENTIFIER9*) override { return D3DERR_INVALIDCALL; }
+    HRESULT GetAdapterIdentifier(UINT adapter, DWORD flags, D3DADAPTER_IDENTIFIER9* identifier) override;
     UINT GetAdapterModeCount(UINT adapter, D3DFORMAT format) override;
     HRESULT EnumAdapterModes(UINT adapter, D3DFORMAT format, UINT index, D3DDISPLAYMODE* mode) override;
     HRESULT GetAdapterDisplayMode(UINT adapter, D3DDISPLAYMODE* mode) override;
@@ -27,7 +27,7 @@ public:
     HRESULT CheckDepthStencilMatch(UINT adapter, D3DDEVTYPE type, D3DFORMAT display, D3DFORMAT target,
                                    D3DFORMAT depth) override;
     HRESULT CheckDeviceFormatConversion(UINT, D3DDEVTYPE, D3DFORMAT source, D3DFORMAT target) override;
-    HRESULT GetDeviceCaps(UINT, D3DDEVTYPE, D3DCAPS9*) override { return D3DERR_INVALIDCALL; }
+    HRESULT GetDeviceCaps(UINT adapter, D3DDEVTYPE type, D3DCAPS9* caps) override;
     HMONITOR GetAdapterMonitor(UINT) override { return nullptr; }
     HRESULT CreateDevice(UINT adapter, D3DDEVTYPE type, HWND focus, DWORD flags, D3DPRESENT_PARAMETERS* parameters,
                          IDirect3DDevice9** device) override;

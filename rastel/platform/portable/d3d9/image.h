@@ -2,10 +2,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
-#include "rastel/platform/portable/d3d9.h"
+#include "rastel/platform/portable/d3d9/device_object.h"
 #include "rastel/platform/portable/gdi/objects.h"
 
 namespace rastel::platform::d3d {
@@ -17,7 +16,7 @@ bool IsDepthFormat(D3DFORMAT format);
 D3DFORMAT DisplayFormat();   // of the display as it is now
 
 // Colours are a bitmap that GDI may draw on; depths are numbers from 0, near, to 1, whatever bits the format names.
-struct Image {
+struct Image : Body {
     D3DSURFACE_DESC description{};
     std::shared_ptr<BitmapObject> bitmap;
     std::vector<float> depths;

@@ -6,6 +6,8 @@
 
 #include "rastel/platform/portable/d3d9/types.h"
 
+struct D3DADAPTER_IDENTIFIER9;
+struct D3DCAPS9;
 struct IDirect3D9;
 struct IDirect3DDevice9;
 struct IDirect3DSwapChain9;

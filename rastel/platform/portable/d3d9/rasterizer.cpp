@@ -18,7 +18,8 @@ struct Polygon {
 };
 
 bool IsFinite(const ClipVertex& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z) && std::isfinite(v.w);
+    const auto isFinite = [](auto number) { return std::isfinite(number); };
+    return isFinite(v.x) && isFinite(v.y) && isFinite(v.z) && isFinite(v.w) && std::ranges::all_of(v.color, isFinite);
 }
 
 ClipVertex Between(const ClipVertex& from, const ClipVertex& to, double share) {
@@ -46,7 +47,9 @@ void Cut(Polygon& polygon, Distance distance) {
             polygon.corners[polygon.count++] = here;
         }
         if ((mine >= 0) != (its >= 0) && polygon.count < mostCorners) {
-            polygon.corners[polygon.count++] = Between(here, next, mine / (mine - its));
+            // From the inside out, whichever way round: neighbours cut the edge that they share in the same place.
+            polygon.corners[polygon.count++] =
+                mine >= 0 ? Between(here, next, mine / (mine - its)) : Between(next, here, its / (its - mine));
         }
     }
 }
@@ -60,13 +63,16 @@ struct ScreenVertex {
 
 ScreenVertex Projected(const ClipVertex& v, const D3DVIEWPORT9& viewport) {
     const double inverse = 1 / v.w;
-    const double x = viewport.X + (1 + v.x * inverse) * viewport.Width / 2;
-    const double y = viewport.Y + (1 - v.y * inverse) * viewport.Height / 2;
-    // Clipping leaves little beyond the view, but for numbers so large that their sums lose it.
-    const auto held = [](double place) { return std::isfinite(place) ? std::clamp(place, -32768.0, 32768.0) : 0.0; };
-    ScreenVertex made{std::llround(held(x) * subpixels),
-                      std::llround(held(y) * subpixels),
-                      viewport.MinZ + v.z * inverse * (double{viewport.MaxZ} - viewport.MinZ),
+    // The cuts have done this, but for what is lost between numbers of very different size, and for what isn't one.
+    const auto inside = [inverse](double value, double least) {
+        const double ratio = value * inverse;
+        return ratio > least ? std::min(ratio, 1.0) : least;
+    };
+    const double x = viewport.X + (1 + inside(v.x, -1)) * viewport.Width / 2;
+    const double y = viewport.Y + (1 - inside(v.y, -1)) * viewport.Height / 2;
+    ScreenVertex made{std::llround(x * subpixels),
+                      std::llround(y * subpixels),
+                      viewport.MinZ + inside(v.z, 0) * (double{viewport.MaxZ} - viewport.MinZ),
                       inverse,
                       {}};
     for (std::size_t i = 0; i < 4; ++i) {
@@ -154,9 +160,8 @@ Color4 Shaded(const DrawState& state, const Color4& diffuse, const Color4* texel
     if (!texel || stage.colorOp == D3DTOP_DISABLE) {
         return diffuse;
     }
-    const Color4 factor = ToColor4(state.factor);
     const auto argument = [&](DWORD which) -> const Color4& {
-        return which == D3DTA_TEXTURE ? *texel : which == D3DTA_TFACTOR ? factor : diffuse;
+        return which == D3DTA_TEXTURE ? *texel : which == D3DTA_TFACTOR ? state.factor : diffuse;
     };
     Color4 color;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -200,7 +205,7 @@ public:
 
 private:
     double TexelArea() const {
-        const Image& image = *state_.texture->front();
+        const Image& image = *state_.texture->images.front();
         const auto place = [&](int i, int axis) {
             return corners_[i]->values[4 + axis] / corners_[i]->inverseW * (axis == 0 ? image.Width() : image.Height());
         };
@@ -297,6 +302,9 @@ void DrawTriangle(const DrawState& state, const ClipVertex& first, const ClipVer
     Cut(polygon, [](const ClipVertex& v) { return v.w - v.y; });
     ScreenVertex corners[mostCorners];
     for (int i = 0; i < polygon.count; ++i) {
+        if (!(polygon.corners[i].w >= nearest / 2)) {
+            return;   // lost in the cuts
+        }
         corners[i] = Projected(polygon.corners[i], state.viewport);
     }
     for (int i = 2; i < polygon.count; ++i) {

@@ -5,6 +5,8 @@
 
 namespace rastel::platform::d3d {
 
+constexpr UINT mostTriangles = 1u << 24;   // of one call
+
 struct ClipVertex {
     double x, y, z, w;   // seen where |x|, |y| <= w and 0 <= z <= w
     Color4 color;
@@ -33,7 +35,7 @@ struct DrawState {
     StageState stage;
     SamplerState sampler;
     LevelsPointer texture;
-    DWORD factor = 0xFFFFFFFF;
+    Color4 factor{1, 1, 1, 1};
 };
 
 // Vertices that are no numbers draw nothing. Neighbours that share an edge share no pixel and leave none out.

@@ -6,10 +6,6 @@
 
 namespace rastel::platform::d3d {
 
-IDirect3DSurface9* Surface::On(IDirect3DDevice9& device, const ImagePointer& image) {
-    return image ? new (std::nothrow) Surface(device, image) : nullptr;
-}
-
 Surface::~Surface() {
     if (context_) {
         ReleaseDC(context_);
@@ -38,7 +34,7 @@ HRESULT Surface::GetDesc(D3DSURFACE_DESC* description) {
     if (!description || ShouldFail("GetDesc")) {
         return D3DERR_INVALIDCALL;
     }
-    *description = image_->description;
+    *description = body_->description;
     return D3D_OK;
 }
 
@@ -66,29 +62,32 @@ HRESULT UnlockImage(Image& image) {
 }
 
 HRESULT Surface::LockRect(D3DLOCKED_RECT* locked, const RECT* area, DWORD) {
-    return LockImage(*image_, locked, area);
+    const Turn turn = TakeTurn(device_);
+    return LockImage(*body_, locked, area);
 }
 
 HRESULT Surface::UnlockRect() {
-    return UnlockImage(*image_);
+    const Turn turn = TakeTurn(device_);
+    return UnlockImage(*body_);
 }
 
 HRESULT Surface::GetDC(HDC* context) try {
     if (!context) {
         return D3DERR_INVALIDCALL;
     }
-    if (Fails("GetDC", context) || context_ || image_->isLocked || !image_->bitmap) {
+    const Turn turn = TakeTurn(device_);
+    if (Fails("GetDC", context) || context_ || body_->isLocked || !body_->bitmap) {
         return D3DERR_INVALIDCALL;
     }
     const auto made = MakeContext(ContextKind::Memory, nullptr);
     if (!made) {
         return E_OUTOFMEMORY;
     }
-    if (!SelectBitmap(*made, image_->bitmap)) {
+    if (!SelectBitmap(*made, body_->bitmap)) {
         RemoveObject(made->handle);
         return D3DERR_INVALIDCALL;
     }
-    image_->isLocked = true;
+    body_->isLocked = true;
     *context = context_ = static_cast<HDC>(made->handle);
     return D3D_OK;
 } catch (const std::bad_alloc&) {
@@ -96,12 +95,13 @@ HRESULT Surface::GetDC(HDC* context) try {
 }
 
 HRESULT Surface::ReleaseDC(HDC context) {
+    const Turn turn = TakeTurn(device_);
     if (!context_ || context != context_) {
         return D3DERR_INVALIDCALL;
     }
     RemoveObject(context_);
     context_ = nullptr;
-    image_->isLocked = false;
+    body_->isLocked = false;
     return D3D_OK;
 }
 

@@ -6,13 +6,9 @@
 
 namespace rastel::platform::d3d {
 
-class Surface final : public Resource<IDirect3DSurface9> {
+class Surface final : public Resource<IDirect3DSurface9, Image> {
 public:
-    Surface(IDirect3DDevice9& device, ImagePointer image) : Resource(device), image_(std::move(image)) {}
-
-    // A new interface on the image, with one reference. Null without image or memory.
-    static IDirect3DSurface9* On(IDirect3DDevice9& device, const ImagePointer& image);
-    static const ImagePointer& Of(IDirect3DSurface9* surface) { return static_cast<Surface*>(surface)->image_; }
+    using Resource::Resource;
 
     HRESULT QueryInterface(REFIID wanted, void** object) override;
     D3DRESOURCETYPE GetType() override { return D3DRTYPE_SURFACE; }
@@ -26,7 +22,6 @@ public:
 private:
     ~Surface() override;
 
-    ImagePointer image_;
     HDC context_ = nullptr;
 };
 

@@ -13,7 +13,8 @@ bool Chain::Show(const RECT* source, const RECT* target, HWND window) {
     DeviceContext context(ContextKind::Window);
     context.window = window ? window : parameters.hDeviceWindow;
     SIZE size{};
-    if (!IsPart(from, back) || !TargetSize(context, &size)) {
+    const bool isLocked = std::ranges::any_of(buffers, [](const ImagePointer& buffer) { return buffer->isLocked; });
+    if (isLocked || !IsPart(from, back) || !TargetSize(context, &size)) {
         return false;
     }
     const RECT to = target ? *target : RECT{0, 0, size.cx, size.cy};
@@ -32,17 +33,11 @@ bool Chain::Show(const RECT* source, const RECT* target, HWND window) {
         return false;
     }
     if (parameters.SwapEffect == D3DSWAPEFFECT_FLIP) {
-        std::rotate(buffers.begin(), buffers.begin() + 1, buffers.end());
+        for (std::size_t i = 1; i < buffers.size(); ++i) {   // the buffers stay, what they hold moves on
+            std::swap(buffers[i - 1]->bitmap, buffers[i]->bitmap);
+        }
     }
     return true;
-}
-
-SwapChain::SwapChain(IDirect3DDevice9& device, ChainPointer chain) : device_(device), chain_(std::move(chain)) {
-    device_.AddRef();
-}
-
-SwapChain::~SwapChain() {
-    device_.Release();
 }
 
 HRESULT SwapChain::QueryInterface(REFIID wanted, void** object) {
@@ -55,14 +50,6 @@ HRESULT SwapChain::QueryInterface(REFIID wanted, void** object) {
     return HandOut(wanted == IID_IUnknown || wanted == IID_IDirect3DSwapChain9 ? this : nullptr, object);
 }
 
-ULONG SwapChain::Release() {
-    const ULONG left = references_.Take();
-    if (left == 0) {
-        delete this;
-    }
-    return left;
-}
-
 HRESULT SwapChain::Present(const RECT* source, const RECT* target, HWND window, const RGNDATA* dirty, DWORD) {
     return device_.Present(source, target, window, dirty);
 }
@@ -71,10 +58,11 @@ HRESULT SwapChain::GetBackBuffer(UINT index, D3DBACKBUFFER_TYPE type, IDirect3DS
     if (!buffer) {
         return D3DERR_INVALIDCALL;
     }
-    if (Fails("GetBackBuffer", buffer) || index >= chain_->buffers.size() || type != D3DBACKBUFFER_TYPE_MONO) {
+    const Turn turn = TakeTurn(device_);
+    if (Fails("GetBackBuffer", buffer) || index >= body_->buffers.size() || type != D3DBACKBUFFER_TYPE_MONO) {
         return D3DERR_INVALIDCALL;
     }
-    *buffer = Surface::On(device_, chain_->buffers[index]);
+    *buffer = Show<Surface>(device_, body_->buffers[index]);
     return *buffer ? D3D_OK : E_OUTOFMEMORY;
 }
 
@@ -82,20 +70,12 @@ HRESULT SwapChain::GetDisplayMode(D3DDISPLAYMODE* mode) {
     return device_.GetDisplayMode(0, mode);
 }
 
-HRESULT SwapChain::GetDevice(IDirect3DDevice9** device) {
-    if (!device) {
-        return D3DERR_INVALIDCALL;
-    }
-    device_.AddRef();
-    *device = &device_;
-    return D3D_OK;
-}
-
 HRESULT SwapChain::GetPresentParameters(D3DPRESENT_PARAMETERS* parameters) {
     if (!parameters) {
         return D3DERR_INVALIDCALL;
     }
-    *parameters = chain_->parameters;
+    const Turn turn = TakeTurn(device_);
+    *parameters = body_->parameters;
     return D3D_OK;
 }
 

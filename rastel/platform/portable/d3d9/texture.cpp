@@ -14,10 +14,10 @@ LevelsPointer MakeLevels(UINT width, UINT height, UINT levels, DWORD usage, D3DF
         if (!image) {
             return nullptr;
         }
-        made->push_back(std::move(image));
+        made->images.push_back(std::move(image));
         const bool isSmallest = width == 1 && height == 1;
-        if (made->size() == levels || isSmallest) {
-            return levels == 0 || made->size() == levels ? made : nullptr;
+        if (made->images.size() == levels || isSmallest) {
+            return levels == 0 || made->images.size() == levels ? made : nullptr;
         }
         width = std::max(width / 2, 1u);
         height = std::max(height / 2, 1u);
@@ -39,10 +39,10 @@ HRESULT Texture::QueryInterface(REFIID wanted, void** object) {
 }
 
 HRESULT Texture::GetLevelDesc(UINT level, D3DSURFACE_DESC* description) {
-    if (!description || level >= levels_->size()) {
+    if (!description || level >= body_->images.size()) {
         return D3DERR_INVALIDCALL;
     }
-    *description = (*levels_)[level]->description;
+    *description = body_->images[level]->description;
     return D3D_OK;
 }
 
@@ -50,19 +50,21 @@ HRESULT Texture::GetSurfaceLevel(UINT level, IDirect3DSurface9** surface) {
     if (!surface) {
         return D3DERR_INVALIDCALL;
     }
-    if (Fails("GetSurfaceLevel", surface) || level >= levels_->size()) {
+    if (Fails("GetSurfaceLevel", surface) || level >= body_->images.size()) {
         return D3DERR_INVALIDCALL;
     }
-    *surface = Surface::On(device_, (*levels_)[level]);
+    *surface = Show<Surface>(device_, body_->images[level]);
     return *surface ? D3D_OK : E_OUTOFMEMORY;
 }
 
 HRESULT Texture::LockRect(UINT level, D3DLOCKED_RECT* locked, const RECT* area, DWORD) {
-    return level < levels_->size() ? LockImage(*(*levels_)[level], locked, area) : D3DERR_INVALIDCALL;
+    const Turn turn = TakeTurn(device_);
+    return level < body_->images.size() ? LockImage(*body_->images[level], locked, area) : D3DERR_INVALIDCALL;
 }
 
 HRESULT Texture::UnlockRect(UINT level) {
-    return level < levels_->size() ? UnlockImage(*(*levels_)[level]) : D3DERR_INVALIDCALL;
+    const Turn turn = TakeTurn(device_);
+    return level < body_->images.size() ? UnlockImage(*body_->images[level]) : D3DERR_INVALIDCALL;
 }
 
 }   // namespace rastel::platform::d3d

@@ -8,23 +8,27 @@
 
 namespace rastel::platform::d3d {
 
-using Levels = std::vector<ImagePointer>;
-using LevelsPointer = std::shared_ptr<const Levels>;
+struct Levels : Body {
+    std::vector<ImagePointer> images;   // one at least
+};
+using LevelsPointer = std::shared_ptr<Levels>;
 
 // No levels asked for: all of them, down to a single pixel. Null: no such size or format, or no memory.
 LevelsPointer MakeLevels(UINT width, UINT height, UINT levels, DWORD usage, D3DFORMAT format, D3DPOOL pool);
 
-class Texture final : public Resource<IDirect3DTexture9> {
+class Texture final : public Resource<IDirect3DTexture9, Levels> {
 public:
-    Texture(IDirect3DDevice9& device, LevelsPointer levels) : Resource(device), levels_(std::move(levels)) {}
+    using Resource::Resource;
 
-    static const LevelsPointer& Of(IDirect3DBaseTexture9* texture) { return static_cast<Texture*>(texture)->levels_; }
+    static const LevelsPointer& OfBase(IDirect3DBaseTexture9* texture) {
+        return Of(static_cast<IDirect3DTexture9*>(texture));
+    }
 
     HRESULT QueryInterface(REFIID wanted, void** object) override;
     D3DRESOURCETYPE GetType() override { return D3DRTYPE_TEXTURE; }
     DWORD SetLOD(DWORD) override { return 0; }
     DWORD GetLOD() override { return 0; }
-    DWORD GetLevelCount() override { return static_cast<DWORD>(levels_->size()); }
+    DWORD GetLevelCount() override { return static_cast<DWORD>(body_->images.size()); }
     HRESULT SetAutoGenFilterType(D3DTEXTUREFILTERTYPE) override { return D3DERR_INVALIDCALL; }
     D3DTEXTUREFILTERTYPE GetAutoGenFilterType() override { return D3DTEXF_NONE; }
     void GenerateMipSubLevels() override {}
@@ -36,7 +40,6 @@ public:
 
 private:
     ~Texture() override = default;
-    LevelsPointer levels_;
 };
 
 }   // namespace rastel::platform::d3d

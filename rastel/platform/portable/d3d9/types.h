@@ -47,11 +47,13 @@ using D3DCOLOR = DWORD;   // 0xAARRGGBB
 #define D3DFVF_XYZ 0x002
 #define D3DFVF_XYZRHW 0x004
 #define D3DFVF_NORMAL 0x010
+#define D3DFVF_PSIZE 0x020
 #define D3DFVF_DIFFUSE 0x040
 #define D3DFVF_SPECULAR 0x080
 #define D3DFVF_TEXCOUNT_MASK 0xF00
 #define D3DFVF_TEX0 0x000
 #define D3DFVF_TEX1 0x100
+#define D3DFVF_TEX2 0x200
 
 #define D3DTA_DIFFUSE 0x00000000
 #define D3DTA_CURRENT 0x00000001
@@ -150,6 +152,12 @@ enum D3DRENDERSTATETYPE : DWORD {
     D3DRS_SCISSORTESTENABLE = 174,
     D3DRS_FORCE_DWORD = 0x7FFFFFFF
 };
+
+enum D3DFILLMODE : DWORD { D3DFILL_POINT = 1, D3DFILL_WIREFRAME = 2, D3DFILL_SOLID = 3 };
+
+enum D3DSHADEMODE : DWORD { D3DSHADE_FLAT = 1, D3DSHADE_GOURAUD = 2, D3DSHADE_PHONG = 3 };
+
+enum D3DZBUFFERTYPE : DWORD { D3DZB_FALSE = 0, D3DZB_TRUE = 1, D3DZB_USEW = 2 };
 
 enum D3DCULL : DWORD { D3DCULL_NONE = 1, D3DCULL_CW = 2, D3DCULL_CCW = 3, D3DCULL_FORCE_DWORD = 0x7FFFFFFF };
 
@@ -301,6 +309,18 @@ struct D3DRECT {
     LONG y2;
 };
 
+struct D3DCOLORVALUE {
+    float r, g, b, a;
+};
+
+struct D3DMATERIAL9 {
+    D3DCOLORVALUE Diffuse;
+    D3DCOLORVALUE Ambient;
+    D3DCOLORVALUE Specular;
+    D3DCOLORVALUE Emissive;
+    float Power;
+};
+
 // Row vectors: a point is multiplied from the left.
 struct D3DMATRIX {
     union {
@@ -311,14 +331,12 @@ struct D3DMATRIX {
 
 static_assert(sizeof(D3DPRESENT_PARAMETERS) == (sizeof(void*) == 8 ? 64 : 56));
 static_assert(sizeof(D3DVIEWPORT9) == 24 && sizeof(D3DMATRIX) == 64 && sizeof(D3DDISPLAYMODE) == 16);
+static_assert(sizeof(D3DMATERIAL9) == 68);
 
 // Named by interfaces whose operations nothing here offers.
-struct D3DADAPTER_IDENTIFIER9;
-struct D3DCAPS9;
 struct D3DCLIPSTATUS9;
 struct D3DGAMMARAMP;
 struct D3DLIGHT9;
-struct D3DMATERIAL9;
 struct D3DRASTER_STATUS;
 struct D3DRECTPATCH_INFO;
 struct D3DTRIPATCH_INFO;

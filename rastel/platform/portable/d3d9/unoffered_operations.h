@@ -8,7 +8,6 @@ namespace rastel::platform::d3d {
 
 class UnofferedOperations : public IDirect3DDevice9 {
 public:
-    HRESULT GetDeviceCaps(D3DCAPS9*) override { return D3DERR_INVALIDCALL; }
     HRESULT SetCursorProperties(UINT, UINT, IDirect3DSurface9*) override { return D3DERR_INVALIDCALL; }
     void SetCursorPosition(int, int, DWORD) override {}
     BOOL ShowCursor(BOOL) override { return FALSE; }
@@ -27,8 +26,6 @@ public:
         return Refused(object);
     }
     HRESULT GetFrontBufferData(UINT, IDirect3DSurface9*) override { return D3DERR_INVALIDCALL; }
-    HRESULT SetMaterial(const D3DMATERIAL9*) override { return D3DERR_INVALIDCALL; }
-    HRESULT GetMaterial(D3DMATERIAL9*) override { return D3DERR_INVALIDCALL; }
     HRESULT SetLight(DWORD, const D3DLIGHT9*) override { return D3DERR_INVALIDCALL; }
     HRESULT GetLight(DWORD, D3DLIGHT9*) override { return D3DERR_INVALIDCALL; }
     HRESULT LightEnable(DWORD, BOOL) override { return D3DERR_INVALIDCALL; }
