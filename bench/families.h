@@ -22,5 +22,6 @@ void AddText(Suite& suite);
 void AddExchange(Suite& suite);
 void AddIcons(Suite& suite);
 void AddConvert(Suite& suite);
+void AddPresent(Suite& suite);
 
 }   // namespace rastel::bench

@@ -87,8 +87,8 @@ void Report::ReportRuns(const std::vector<Run>& runs) {
         const auto first = name.find('/'), second = name.find('/', first + 1);
         Timings& timings =
             Find(name.substr(0, first), name.substr(first + 1, second - first - 1), name.substr(second + 1));
-        // The processor's time, not the clock's: other programs may be running.
-        timings.nanoseconds.push_back(run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9);
+        const double seconds = watch_ == Watch::Clock ? run.real_accumulated_time : run.cpu_accumulated_time;
+        timings.nanoseconds.push_back(seconds / static_cast<double>(run.iterations) * 1e9);
     }
 }
 

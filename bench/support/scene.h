@@ -53,6 +53,7 @@ class Scene {
 public:
     Scene(CDisplayManager& manager, Size size);
 
+    CDisplayManager& Manager() const { return manager_; }
     Size GetSize() const { return size_; }
     const Round& At(unsigned number) const { return rounds_[number % roundCount]; }
 

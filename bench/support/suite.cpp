@@ -21,7 +21,7 @@ int Suite::Run(int argc, char** argv) {
     }
     try {
         Display display;
-        Report report(aims_);
+        Report report(aims_, watch_);
         std::map<Size, std::unique_ptr<Scene>> scenes;
         for (const Size size : sizes_) {
             for (const Contender& contender : contenders_) {

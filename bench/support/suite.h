@@ -47,6 +47,8 @@ public:
         aims_.push_back({std::move(operation), ratio, fromPixels});
     }
 
+    void MeasureBy(Watch watch) { watch_ = watch; }
+
     int Run(int argc, char** argv);   // what main returns
 
 private:
@@ -83,6 +85,7 @@ private:
     std::vector<Size> sizes_;
     std::vector<Contender> contenders_;
     std::vector<AimedRatio> aims_;
+    Watch watch_ = Watch::Processor;
 };
 
 }   // namespace rastel::bench

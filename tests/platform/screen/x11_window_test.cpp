@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
 #include "rastel/platform/gdi.h"
 #include "tests/platform/screen/x_server.h"
@@ -80,6 +81,53 @@ TEST_F(X11Windows, AreCoveredByThoseAboveThem) {
     EXPECT_EQ(Visible(low), Region(RECT{10, 10, 110, 110})) << "neither of the later ones shows anything";
     client_->Move(low, -50, 470);
     EXPECT_EQ(Visible(low), Region(RECT{0, 470, 50, 480}));
+}
+
+// What is known of them is kept between calls, so every kind of change has to be noticed at once.
+TEST_F(X11Windows, AreFollowedThroughManyChanges) {
+    const HWND parent = client_->MakeWindow({50, 50, 350, 350});
+    const HWND child = client_->MakeWindow({10, 20, 110, 120}, {.parent = XClient::Id(parent)});
+    const HWND cover = client_->MakeWindow({0, 0, 40, 40});
+    RECT own{50, 50, 350, 350}, its{0, 0, 40, 40};
+    POINT inside{10, 20};
+    bool isCovered = true;
+    std::minstd_rand random(5);
+    const auto upTo = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int round = 0; round < 300; ++round) {
+        const int x = upTo(200), y = upTo(200);
+        switch (upTo(4)) {
+            case 0:
+                client_->Move(parent, x, y);
+                own = {x, y, x + 300, y + 300};
+                break;
+            case 1:
+                client_->Move(child, x, y);
+                inside = {x, y};
+                break;
+            case 2:
+                client_->Move(cover, x * 3, y * 2);
+                its = {x * 3, y * 2, x * 3 + 40, y * 2 + 40};
+                break;
+            default:
+                client_->Raise(isCovered ? parent : cover);
+                isCovered = !isCovered;
+        }
+        const POINT corner{own.left + inside.x, own.top + inside.y};
+        Region expected(RECT{corner.x, corner.y, corner.x + 100, corner.y + 100});
+        expected.Intersect(own);
+        expected.Intersect(RECT{0, 0, 640, 480});
+        if (isCovered) {
+            expected.Subtract(its);
+        }
+        ASSERT_EQ(Visible(child), expected) << round;
+    }
+    const HWND other = client_->MakeWindow({5, 5, 15, 15}, {.parent = XClient::Id(child)});
+    Region before = Visible(child);
+    client_->Destroy(other);
+    EXPECT_NE(Visible(child), before);
+    client_->Destroy(parent);
+    RECT area;
+    EXPECT_FALSE(display_->ClientArea(child, &area));
 }
 
 TEST_F(X11Windows, AreLimitedByParentsAndCoveredByChildrenAndTheirSiblings) {

@@ -81,14 +81,32 @@ xcb_atom_t X11Connection::Atom(const std::string& name) {
     return reply ? reply->atom : xcb_atom_t{0};
 }
 
-void X11Connection::Drain(int randrFirstEvent, bool* randrChanged) {
+X11Connection::Changes X11Connection::Drain(int randrFirstEvent) {
+    Changes changes;
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
         const int type = event->response_type & 0x7F;
         constexpr int kRandrEvents = 2;
-        if (randrFirstEvent > 0 && type >= randrFirstEvent && type < randrFirstEvent + kRandrEvents) {
-            *randrChanged = true;
+        switch (type) {
+            case XCB_DESTROY_NOTIFY:
+            case XCB_REPARENT_NOTIFY:
+                changes.ofHierarchy = true;
+                [[fallthrough]];
+            case XCB_VISIBILITY_NOTIFY:
+            case XCB_CREATE_NOTIFY:
+            case XCB_UNMAP_NOTIFY:
+            case XCB_MAP_NOTIFY:
+            case XCB_CONFIGURE_NOTIFY:
+            case XCB_GRAVITY_NOTIFY:
+            case XCB_CIRCULATE_NOTIFY:
+            case XCB_COLORMAP_NOTIFY:
+                changes.ofWindows = true;
+                break;
+            default:
+                changes.ofModes |=
+                    randrFirstEvent > 0 && type >= randrFirstEvent && type < randrFirstEvent + kRandrEvents;
         }
     }
+    return changes;
 }
 
 }   // namespace rastel::platform

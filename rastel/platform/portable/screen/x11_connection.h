@@ -34,7 +34,7 @@ private:
 
 class X11Connection {
 public:
-    // Null: `declined` says why. The caller holds a SigpipeGuard here and in all that follows.
+    // Null: `declined` says why. The caller holds a SigpipeGuard here and in all that follows, but for Drain.
     static std::unique_ptr<X11Connection> Open(const char* displayName, std::wstring* declined);
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -50,9 +50,15 @@ public:
 
     xcb_atom_t Atom(const std::string& name);   // 0: none
 
-    // Takes the events and late errors off the connection. `randrChanged` is set when one tells of other screens or
-    // modes, and otherwise left alone.
-    void Drain(int randrFirstEvent, bool* randrChanged);
+    // What events told of since the last time.
+    struct Changes {
+        bool ofModes = false;       // other screens or modes
+        bool ofWindows = false;     // a watched window moved, or something else about it is new
+        bool ofHierarchy = false;   // and it may lie in another one, or be gone
+    };
+
+    // Takes the events and late errors off the connection.
+    Changes Drain(int randrFirstEvent);
 
 private:
     X11Connection(xcb_connection_t* connection, xcb_screen_t* screen, int screenNumber);

@@ -38,7 +38,8 @@ RECT ReadablePart(const X11WindowFacts& facts, const RECT& area) {
     return IsEmpty(part) ? RECT{} : part;
 }
 
-// All that is told or asked through the connection. Callers hold a SigpipeGuard and the lock of the display.
+// All that is told or asked through the connection. Callers hold the lock of the display and, unless `windows` alone is
+// asked, a SigpipeGuard.
 struct Server {
     Server(std::unique_ptr<X11Connection> open, const PixelLayout& screenLayout, X11Layouts allLayouts)
         : connection(std::move(open)),
@@ -87,14 +88,22 @@ public:
     void Flush() override;
 
 private:
-    // Around every use of the server.
+    // Around every use of what is known of the windows, which a drawing asks for several times.
+    class Look {
+    public:
+        explicit Look(const X11Display& display);
+
+    private:
+        std::lock_guard<std::mutex> lock_;
+    };
+    // Around every other use of the server.
     class Session {
     public:
-        explicit Session(const X11Display& display);
+        explicit Session(const X11Display& display) : look_(display) {}
 
     private:
         SigpipeGuard guard_;
-        std::lock_guard<std::mutex> lock_;
+        Look look_;
     };
 
     int BitsPerPixel() const;
@@ -118,12 +127,15 @@ private:
     X11Colors accessColors_{};
 };
 
-X11Display::Session::Session(const X11Display& display) : lock_(display.mutex_) {
+X11Display::Look::Look(const X11Display& display) : lock_(display.mutex_) {
     Server& server = *display.server_;
-    bool randrChanged = false;
-    server.connection->Drain(server.modes.FirstEvent(), &randrChanged);
-    if (randrChanged) {
+    const X11Connection::Changes changes = server.connection->Drain(server.modes.FirstEvent());
+    if (changes.ofModes) {
         server.modes.Forget();
+    }
+    const bool isLost = !server.connection->IsAlive();
+    if (changes.ofWindows || isLost) {
+        server.windows.Forget(changes.ofHierarchy || isLost);
     }
 }
 
@@ -199,7 +211,7 @@ std::optional<X11WindowFacts> X11Display::Find(HWND window) const {
 }
 
 bool X11Display::ClientArea(HWND window, RECT* onScreen) const {
-    const Session session(*this);
+    const Look look(*this);
     const auto facts = Find(window);
     if (!facts || onScreen == nullptr) {
         return false;
@@ -209,7 +221,7 @@ bool X11Display::ClientArea(HWND window, RECT* onScreen) const {
 }
 
 bool X11Display::WindowArea(HWND window, RECT* onScreen) const {
-    const Session session(*this);
+    const Look look(*this);
     const auto facts = Find(window);
     if (!facts || onScreen == nullptr) {
         return false;
@@ -220,7 +232,7 @@ bool X11Display::WindowArea(HWND window, RECT* onScreen) const {
 }
 
 bool X11Display::VisibleArea(HWND window, Region* onScreen) const {
-    const Session session(*this);
+    const Look look(*this);
     const auto id = IdOf(window);
     auto visible = id ? server_->windows.VisibleArea(*id) : std::nullopt;
     if (!visible || onScreen == nullptr) {

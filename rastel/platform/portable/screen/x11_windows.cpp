@@ -54,11 +54,80 @@ std::optional<X11WindowFacts> X11Windows::Answer(xcb_window_t window, const Ques
     return facts;
 }
 
-std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
-    return Answer(window, Ask(window));
+void X11Windows::Forget(bool andParents) {
+    known_.clear();
+    if (andParents) {
+        watched_.clear();
+    }
 }
 
-std::optional<Region> X11Windows::VisibleArea(xcb_window_t asked) {
+// Asks to be told of changes to the window and to all that it lies in, before anything about it is asked: what happens
+// in between is told as well. Of windows beside it only the first that covers some of it is told, and that is enough.
+void X11Windows::Watch(xcb_window_t window) {
+    constexpr std::uint32_t ofItself = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    constexpr std::uint32_t ofAll = ofItself | XCB_EVENT_MASK_VISIBILITY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
+                                    XCB_EVENT_MASK_COLOR_MAP_CHANGE;
+    const xcb_window_t root = connection_.Root();
+    if (!watched_.insert(window).second) {
+        return;
+    }
+    const auto select = [this](xcb_window_t of, std::uint32_t mask) {
+        xcb_change_window_attributes(xcb_, of, XCB_CW_EVENT_MASK, &mask);
+    };
+    select(root, ofItself);
+    if (window == root) {
+        return;
+    }
+    select(window, ofAll);
+    for (xcb_window_t inner = window;;) {
+        const XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(xcb_, xcb_query_tree(xcb_, inner), nullptr));
+        if (!tree) {
+            watched_.erase(window);   // there is no such window
+            return;
+        }
+        if (tree->parent == root || tree->parent == XCB_NONE) {
+            return;
+        }
+        inner = tree->parent;
+        if (watched_.count(inner) == 0) {
+            select(inner, ofItself);
+        }
+    }
+}
+
+std::optional<X11WindowFacts> X11Windows::Find(xcb_window_t window) {
+    if (const auto found = known_.find(window); found != known_.end()) {
+        return found->second.facts;
+    }
+    constexpr std::size_t most = 200;
+    if (known_.size() >= most) {
+        Forget(true);
+    }
+    const SigpipeGuard guard;
+    Watch(window);
+    const std::optional<X11WindowFacts> facts = Answer(window, Ask(window));
+    if (facts) {
+        known_[window] = {*facts};
+    }
+    return facts;
+}
+
+std::optional<Region> X11Windows::VisibleArea(xcb_window_t window) {
+    const std::optional<X11WindowFacts> facts = Find(window);
+    if (!facts) {
+        return std::nullopt;
+    }
+    Known& known = known_[window];
+    if (known.isWhole) {
+        return Region(facts->client);
+    }
+    const SigpipeGuard guard;
+    const std::optional<Region> visible = AskVisibleArea(window);
+    known.isWhole = visible && facts->isViewable && *visible == Region(facts->client);
+    return visible;
+}
+
+std::optional<Region> X11Windows::AskVisibleArea(xcb_window_t asked) {
     // One round trip for all that is needed of a window that lies right on the screen, a second one for the windows
     // that may cover it.
     const xcb_window_t root = connection_.Root();

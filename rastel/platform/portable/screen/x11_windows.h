@@ -1,9 +1,13 @@
 // Where the windows of an X server are and what of them can be seen. Any window of any client will do.
+//
+// What was found stays known until the server tells of a change: drawing a frame asks nothing.
 #pragma once
 
 #include <xcb/xcb.h>
 
+#include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "rastel/platform/portable/gdi/region.h"
@@ -28,14 +32,23 @@ class X11Windows {
 public:
     explicit X11Windows(X11Connection& connection);
 
-    // Asked anew each time, in one round trip, so that a moved window is found where it is. Nothing: no such window.
+    // Nothing: no such window.
     std::optional<X11WindowFacts> Find(xcb_window_t window);
 
     // What other windows leave of the part that is on the screen. Under a compositing manager each window on the
     // screen has its own pixels and hides nothing of another one. Nothing: no such window.
     std::optional<Region> VisibleArea(xcb_window_t window);
 
+    // After an event. With other parents even where to look for changes is open again.
+    void Forget(bool andParents);
+
 private:
+    struct Known {
+        X11WindowFacts facts;
+        bool isWhole = false;   // nothing covers it and it is all on the screen
+    };
+    void Watch(xcb_window_t window);
+    std::optional<Region> AskVisibleArea(xcb_window_t window);
     struct Question {
         xcb_get_geometry_cookie_t geometry;
         xcb_translate_coordinates_cookie_t origin;
@@ -53,6 +66,8 @@ private:
     X11Connection& connection_;
     xcb_connection_t* const xcb_;
     xcb_atom_t compositor_;
+    std::map<xcb_window_t, Known> known_;
+    std::set<xcb_window_t> watched_;
 };
 
 }   // namespace rastel::platform
