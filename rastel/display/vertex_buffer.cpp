@@ -79,10 +79,10 @@ void FillIndices(WORD* index, int vSteps, int uSteps) {
 
 // Whether the counts are those that the loops go through: others wrapped, and the buffers are too small for the loops.
 bool AreCountsExact(int vSteps, int uSteps, int vertices, int indices) {
-    const std::int64_t rows = std::int64_t{vSteps} + 1, columns = std::int64_t{uSteps} + 1;
+    const std::int64_t points = (std::int64_t{vSteps} + 1) * (std::int64_t{uSteps} + 1);
     const std::int64_t quads = std::int64_t{vSteps} * uSteps;
-    return vSteps >= 0 && uSteps >= 0 && rows * columns * 24 == std::int64_t{vertices} * 24 &&
-           rows * columns <= INT32_MAX / 24 && quads <= INT32_MAX / 12 && quads * 6 == indices;
+    return vSteps >= 0 && uSteps >= 0 && points <= INT32_MAX / 24 && points == vertices && quads <= INT32_MAX / 12 &&
+           quads * 6 == indices;
 }
 
 }   // namespace

@@ -18,6 +18,15 @@ struct ReleaseInterface {
 template <class Interface>
 using ComReference = std::unique_ptr<Interface, ReleaseInterface>;
 
+// One more reference on what somebody else holds.
+template <class Interface>
+ComReference<Interface> Shared(Interface* object) {
+    if (object) {
+        object->AddRef();
+    }
+    return ComReference<Interface>(object);
+}
+
 // For members that stay plain pointers: gives up what is held, if anything.
 template <class Interface>
 void Drop(Interface*& held) {

@@ -70,15 +70,11 @@ DeviceSurface::~DeviceSurface() {
     if (accessed_ && turn_.IsMine()) {
         accessed_->EndAccess();
     }
-    if (clipper_) {
-        clipper_->Release();
+    if (palette_ && isScreen_) {
+        palette_->Show(false);
     }
-    if (palette_) {
-        if (isScreen_) {
-            palette_->Show(false);
-        }
-        palette_->Release();
-    }
+    clipper_.reset();
+    palette_.reset();
     maker_.Release();
 }
 
@@ -173,8 +169,11 @@ HRESULT DeviceSurface::Restore() {
     if (ShouldFail("Restore")) {
         return E_FAIL;
     }
-    const bool isTaken = turn_.Take();   // not if this thread has it already
-    HRESULT result = DD_OK;
+    const bool isMine = turn_.IsMine();
+    HRESULT result = isMine ? DD_OK : turn_.Take(SurfaceTurn::Use::Blit, true);
+    if (result != DD_OK) {
+        return result;
+    }
     if (HasLostMemory()) {
         const std::uint64_t generation = DeviceSurfaceGeneration();
         if (isScreen_) {
@@ -189,17 +188,10 @@ HRESULT DeviceSurface::Restore() {
             generation_ = generation;
         }
     }
-    if (isTaken) {
+    if (!isMine) {
         turn_.Give();
     }
     return result;
-}
-
-HRESULT DeviceSurface::TakeTurn(bool waits) {
-    if (turn_.IsMine()) {
-        return DDERR_SURFACEBUSY;
-    }
-    return (waits ? turn_.Take() : turn_.TryTake()) ? DD_OK : DDERR_WASSTILLDRAWING;
 }
 
 void DeviceSurface::Describe(DDSURFACEDESC* description) const {
@@ -211,9 +203,9 @@ void DeviceSurface::Describe(DDSURFACEDESC* description) const {
     description->lPitch = pitch_;
     description->ddpfPixelFormat = DescribedFormat(format_, toldBits_);
     description->ddsCaps.dwCaps = caps_;
-    if (hasKey_) {
+    if (const std::optional<DDCOLORKEY> key = SourceKey()) {
         description->dwFlags |= DDSD_CKSRCBLT;
-        description->ddckCKSrcBlt = key_;
+        description->ddckCKSrcBlt = *key;
     }
 }
 
@@ -283,7 +275,7 @@ HRESULT DeviceSurface::Lock(LPRECT area, LPDDSURFACEDESC description, DWORD flag
     if (!IsInside(locked, Whole())) {
         return DDERR_INVALIDRECT;
     }
-    HRESULT result = TakeTurn((flags & DDLOCK_WAIT) != 0);
+    HRESULT result = turn_.Take(SurfaceTurn::Use::Pixels, (flags & DDLOCK_WAIT) != 0);
     if (result != DD_OK) {
         return result;
     }
@@ -328,8 +320,10 @@ HRESULT DeviceSurface::GetDC(HDC* context) try {
     if (HasLostMemory()) {
         return DDERR_SURFACELOST;
     }
-    if (!turn_.Take()) {
-        return context_ ? DDERR_DCALREADYCREATED : DDERR_SURFACEBUSY;
+    const HRESULT result = turn_.Take(SurfaceTurn::Use::Pixels, true);
+    if (result != DD_OK) {
+        const std::lock_guard lock(attachments_);
+        return context_ ? DDERR_DCALREADYCREATED : result;
     }
     auto made = MakeContext(isScreen_ ? ContextKind::Screen : ContextKind::Memory, nullptr);
     if (!made || (bitmap_ && !SelectBitmap(*made, bitmap_))) {
@@ -339,6 +333,7 @@ HRESULT DeviceSurface::GetDC(HDC* context) try {
         turn_.Give();
         return DDERR_CANTCREATEDC;
     }
+    const std::lock_guard lock(attachments_);
     *context = context_ = static_cast<HDC>(made->handle);
     return DD_OK;
 } catch (const std::bad_alloc&) {
@@ -350,11 +345,14 @@ HRESULT DeviceSurface::ReleaseDC(HDC context) {
     if (ShouldFail("ReleaseDC")) {
         return E_FAIL;
     }
-    if (!context_ || context != context_) {
-        return DDERR_NODC;
+    {
+        const std::lock_guard lock(attachments_);
+        if (!context_ || context != context_) {
+            return DDERR_NODC;
+        }
+        context_ = nullptr;
     }
-    RemoveObject(context_);
-    context_ = nullptr;
+    RemoveObject(context);
     turn_.Give();
     return DD_OK;
 }
@@ -366,29 +364,31 @@ HRESULT DeviceSurface::GetClipper(LPDIRECTDRAWCLIPPER* clipper) {
     if (Fails("GetClipper", clipper)) {
         return E_FAIL;
     }
-    if (!clipper_) {
-        return DDERR_NOCLIPPERATTACHED;
-    }
-    clipper_->AddRef();
-    *clipper = clipper_;
-    return DD_OK;
+    *clipper = HeldClipper().release();
+    return *clipper ? DD_OK : DDERR_NOCLIPPERATTACHED;
 }
 
 HRESULT DeviceSurface::SetClipper(LPDIRECTDRAWCLIPPER clipper) {
     if (ShouldFail("SetClipper")) {
         return E_FAIL;
     }
-    if (!clipper && !clipper_) {
+    ComReference<Clipper> next = Shared(static_cast<Clipper*>(clipper));
+    const std::lock_guard lock(attachments_);
+    if (!next && !clipper_) {
         return DDERR_NOCLIPPERATTACHED;
     }
-    if (clipper) {
-        clipper->AddRef();
-    }
-    if (clipper_) {
-        clipper_->Release();
-    }
-    clipper_ = static_cast<Clipper*>(clipper);
+    clipper_ = std::move(next);
     return DD_OK;
+}
+
+ComReference<Clipper> DeviceSurface::HeldClipper() const {
+    const std::lock_guard lock(attachments_);
+    return Shared(clipper_.get());
+}
+
+std::optional<DDCOLORKEY> DeviceSurface::SourceKey() const {
+    const std::lock_guard lock(attachments_);
+    return key_;
 }
 
 HRESULT DeviceSurface::GetColorKey(DWORD which, LPDDCOLORKEY key) {
@@ -398,8 +398,9 @@ HRESULT DeviceSurface::GetColorKey(DWORD which, LPDDCOLORKEY key) {
     if (!key || which != DDCKEY_SRCBLT) {
         return key ? DDERR_UNSUPPORTED : DDERR_INVALIDPARAMS;
     }
-    *key = key_;
-    return hasKey_ ? DD_OK : DDERR_NOCOLORKEY;
+    const std::optional<DDCOLORKEY> set = SourceKey();
+    *key = set.value_or(DDCOLORKEY{});
+    return set ? DD_OK : DDERR_NOCOLORKEY;
 }
 
 HRESULT DeviceSurface::SetColorKey(DWORD which, LPDDCOLORKEY key) {
@@ -409,8 +410,8 @@ HRESULT DeviceSurface::SetColorKey(DWORD which, LPDDCOLORKEY key) {
     if (which != DDCKEY_SRCBLT) {
         return DDERR_UNSUPPORTED;
     }
-    hasKey_ = key != nullptr;
-    key_ = key ? *key : DDCOLORKEY{};
+    const std::lock_guard lock(attachments_);
+    key_ = key ? std::optional(*key) : std::nullopt;
     return DD_OK;
 }
 
@@ -421,12 +422,9 @@ HRESULT DeviceSurface::GetPalette(LPDIRECTDRAWPALETTE* palette) {
     if (Fails("GetPalette", palette)) {
         return E_FAIL;
     }
-    if (!palette_) {
-        return DDERR_NOPALETTEATTACHED;
-    }
-    palette_->AddRef();
-    *palette = palette_;
-    return DD_OK;
+    const std::lock_guard lock(attachments_);
+    *palette = Shared(palette_.get()).release();
+    return *palette ? DD_OK : DDERR_NOPALETTEATTACHED;
 }
 
 HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) try {
@@ -436,16 +434,11 @@ HRESULT DeviceSurface::SetPalette(LPDIRECTDRAWPALETTE palette) try {
     if (!format_.IsIndexed()) {
         return DDERR_INVALIDPIXELFORMAT;
     }
-    if (palette) {
-        palette->AddRef();
+    const std::lock_guard lock(attachments_);
+    if (palette_ && isScreen_) {
+        palette_->Show(false);
     }
-    if (palette_) {
-        if (isScreen_) {
-            palette_->Show(false);
-        }
-        palette_->Release();
-    }
-    palette_ = static_cast<DevicePalette*>(palette);
+    palette_ = Shared(static_cast<DevicePalette*>(palette));
     if (palette_ && isScreen_) {
         palette_->Show(true);
     }

@@ -1,19 +1,22 @@
 // A DirectDraw surface: the screen itself, or pixels in memory that GDI's rasters draw on.
 //
-// A lock, a context that is out and a blit exclude each other: other threads wait for their turn, the same thread is
-// refused.
+// A lock, a context that is out and a blit exclude each other. What is attached may change at any time: a blit goes on
+// with what it began with.
 #pragma once
 
 #include <atomic>
 #include <memory>
+#include <mutex>
+#include <optional>
 
+#include "rastel/platform/com_reference.h"
 #include "rastel/platform/portable/com_object.h"
 #include "rastel/platform/portable/ddraw.h"
 #include "rastel/platform/portable/ddraw/clipper.h"
 #include "rastel/platform/portable/ddraw/direct_draw.h"
 #include "rastel/platform/portable/ddraw/palette.h"
+#include "rastel/platform/portable/ddraw/surface_turn.h"
 #include "rastel/platform/portable/gdi/device_context.h"
-#include "rastel/platform/portable/screen/access_turn.h"
 
 namespace rastel::platform {
 
@@ -97,14 +100,16 @@ private:
     HRESULT TakeMemory(const DDSURFACEDESC& description);
     RECT Whole() const { return {0, 0, width_, height_}; }
     bool HasLostMemory() const;
-    HRESULT TakeTurn(bool waits);
     void Describe(DDSURFACEDESC* description) const;
     HRESULT FirstPixel(const RECT& area, Access access, void** address, LONG* pitch);
 
     HRESULT Draw(const RECT* target, DeviceSurface* source, const RECT* part, DWORD flags, const DDBLTFX* effects);
-    HRESULT Land(const RECT& target, Landing* landing) const;
-    HRESULT Fill(const RECT& target, DWORD pixel);
-    HRESULT Copy(const RECT& target, DeviceSurface& source, const RECT& part, const DDCOLORKEY* key);
+    HRESULT Land(const RECT& target, const Clipper* clipper, Landing* landing) const;
+    HRESULT Fill(const RECT& target, const Clipper* clipper, DWORD pixel);
+    HRESULT Copy(const RECT& target, const Clipper* clipper, DeviceSurface& source, const RECT& part,
+                 const DDCOLORKEY* key);
+    ComReference<Clipper> HeldClipper() const;
+    std::optional<DDCOLORKEY> SourceKey() const;
     HRESULT DrawFast(DWORD x, DWORD y, DeviceSurface* source, const RECT* part, DWORD flags);
 
     ReferenceCount references_;
@@ -121,14 +126,15 @@ private:
     std::shared_ptr<BitmapObject> bitmap_;   // null: the screen
     std::atomic<std::uint64_t> generation_;
 
-    AccessTurn turn_;
+    SurfaceTurn turn_;
     bool isLocked_ = false;                     // by whoever has the turn
     std::shared_ptr<DisplayDevice> accessed_;   // a locked screen
-    HDC context_ = nullptr;                     // that is out
-    Clipper* clipper_ = nullptr;                // held
-    DevicePalette* palette_ = nullptr;          // held
-    bool hasKey_ = false;
-    DDCOLORKEY key_{};
+
+    mutable std::mutex attachments_;   // of what follows
+    HDC context_ = nullptr;            // that is out
+    ComReference<Clipper> clipper_;
+    ComReference<DevicePalette> palette_;
+    std::optional<DDCOLORKEY> key_;
 };
 
 }   // namespace rastel::platform

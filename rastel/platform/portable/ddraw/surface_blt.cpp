@@ -96,7 +96,7 @@ public:
         }
         for (DeviceSurface* const surface : surfaces_) {
             if (surface) {
-                result_ = surface->TakeTurn(waits);
+                result_ = surface->turn_.Take(SurfaceTurn::Use::Blit, waits);
                 if (result_ != DD_OK) {
                     return;
                 }
@@ -140,7 +140,7 @@ HRESULT DeviceSurface::DrawFast(DWORD x, DWORD y, DeviceSurface* source, const R
     if (ShouldFail("BltFast")) {
         return E_FAIL;
     }
-    if (!source || clipper_) {
+    if (!source || HeldClipper()) {
         return source ? DDERR_BLTFASTCANTCLIP : DDERR_INVALIDPARAMS;
     }
     const RECT from = part ? *part : source->Whole();
@@ -168,41 +168,41 @@ HRESULT DeviceSurface::Draw(const RECT* target, DeviceSurface* source, const REC
     }
     const RECT to = target ? *target : Whole();
     const RECT from = !source ? RECT{} : part ? *part : source->Whole();
-    if (IsEmpty(to) || (!clipper_ && !IsInside(to, Whole())) ||
+    const ComReference<Clipper> clipper = HeldClipper();
+    if (IsEmpty(to) || (!clipper && !IsInside(to, Whole())) ||
         (source && (IsEmpty(from) || !IsInside(from, source->Whole())))) {
         return DDERR_INVALIDRECT;
     }
-    if (source && (flags & DDBLT_KEYSRC) && !source->hasKey_) {
-        return DDERR_NOCOLORKEY;
+    std::optional<DDCOLORKEY> key;
+    if (source && (flags & (DDBLT_KEYSRC | DDBLT_KEYSRCOVERRIDE))) {
+        key = flags & DDBLT_KEYSRCOVERRIDE ? effects->ddckSrcColorkey : source->SourceKey();
+        if (!key) {
+            return DDERR_NOCOLORKEY;
+        }
     }
     const Turns turns(*this, source, (flags & DDBLT_WAIT) != 0);
     if (turns.Result() != DD_OK) {
         return turns.Result();
     }
-    if (!source) {
-        return Fill(to, effects->dwFillColor);
-    }
-    const DDCOLORKEY* const key = flags & DDBLT_KEYSRCOVERRIDE ? &effects->ddckSrcColorkey
-                                  : flags & DDBLT_KEYSRC       ? &source->key_
-                                                               : nullptr;
-    return Copy(to, *source, from, key);
+    return source ? Copy(to, clipper.get(), *source, from, key ? &*key : nullptr)
+                  : Fill(to, clipper.get(), effects->dwFillColor);
 } catch (const std::bad_alloc&) {
     return DDERR_OUTOFMEMORY;
 }
 
-HRESULT DeviceSurface::Land(const RECT& target, Landing* landing) const {
+HRESULT DeviceSurface::Land(const RECT& target, const Clipper* clipper, Landing* landing) const {
     landing->rect = target;
     landing->place = ToBlitRect(target);
     if (bitmap_) {
         landing->context.state.bitmap = bitmap_;
     }
-    if (!clipper_) {
+    if (!clipper) {
         return DD_OK;
     }
     if (landing->context.target == ContextKind::Window) {
         // A window clips by itself; its own coordinates begin at its client area.
         RECT client{};
-        landing->context.window = clipper_->Window();
+        landing->context.window = clipper->Window();
         if (!Display()->ClientArea(landing->context.window, &client)) {
             return DDERR_INVALIDOBJECT;
         }
@@ -213,17 +213,17 @@ HRESULT DeviceSurface::Land(const RECT& target, Landing* landing) const {
         return DD_OK;
     }
     Region visible;
-    if (!clipper_->Visible(&visible)) {
+    if (!clipper->Visible(&visible)) {
         return DDERR_NOCLIPLIST;
     }
     landing->context.state.clip = std::move(visible);
     return DD_OK;
 }
 
-HRESULT DeviceSurface::Fill(const RECT& target, DWORD pixel) {
-    const bool isOnWindow = isScreen_ && clipper_ && clipper_->Window();
+HRESULT DeviceSurface::Fill(const RECT& target, const Clipper* clipper, DWORD pixel) {
+    const bool isOnWindow = isScreen_ && clipper && clipper->Window();
     Landing landing(bitmap_ ? ContextKind::Memory : isOnWindow ? ContextKind::Window : ContextKind::Screen);
-    const HRESULT result = Land(target, &landing);
+    const HRESULT result = Land(target, clipper, &landing);
     if (result != DD_OK) {
         return result;
     }
@@ -243,10 +243,11 @@ HRESULT DeviceSurface::Fill(const RECT& target, DWORD pixel) {
     return isDrawn ? DD_OK : DDERR_GENERIC;
 }
 
-HRESULT DeviceSurface::Copy(const RECT& target, DeviceSurface& source, const RECT& part, const DDCOLORKEY* key) {
-    const bool isOnWindow = isScreen_ && clipper_ && clipper_->Window();
+HRESULT DeviceSurface::Copy(const RECT& target, const Clipper* clipper, DeviceSurface& source, const RECT& part,
+                            const DDCOLORKEY* key) {
+    const bool isOnWindow = isScreen_ && clipper && clipper->Window();
     Landing landing(bitmap_ ? ContextKind::Memory : isOnWindow ? ContextKind::Window : ContextKind::Screen);
-    const HRESULT result = Land(target, &landing);
+    const HRESULT result = Land(target, clipper, &landing);
     if (result != DD_OK) {
         return result;
     }
