@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "rastel/platform/portable/gdi.h"
+#include "rastel/platform/gdi.h"
 
 namespace rastel::test {
 

@@ -1,9 +1,11 @@
 // The blits that hosts call: between contexts, and from packed pixels in memory.
 #include <algorithm>
+#include <cstdlib>
 
 #include "rastel/platform/portable/gdi/blit.h"
 #include "rastel/platform/portable/gdi/dib_layout.h"
 #include "rastel/platform/portable/gdi/paint.h"
+#include "rastel/platform/portable/gdi/stretch.h"
 
 using rastel::platform::BlitRect;
 using rastel::platform::BlitSource;
@@ -11,6 +13,7 @@ using rastel::platform::ClampedRect;
 using rastel::platform::DeviceContext;
 using rastel::platform::DibLayout;
 using rastel::platform::FindContext;
+using rastel::platform::LowOf;
 using rastel::platform::PixelMemory;
 using rastel::platform::RasterOp;
 
@@ -22,8 +25,8 @@ BlitRect OnDevice(const DeviceContext& context, int x, int y, std::int64_t width
 }
 
 RECT AreaOf(const BlitRect& rect) {
-    return ClampedRect(std::min(rect.x, rect.x + rect.width), std::min(rect.y, rect.y + rect.height),
-                       std::max(rect.x, rect.x + rect.width), std::max(rect.y, rect.y + rect.height));
+    const std::int64_t left = LowOf(rect.x, rect.width), top = LowOf(rect.y, rect.height);
+    return ClampedRect(left, top, left + std::abs(rect.width), top + std::abs(rect.height));
 }
 
 bool PaintOnly(DeviceContext& target, const BlitRect& to, RasterOp operation) {

@@ -45,7 +45,7 @@ void DescribeBitmap(const BitmapObject& bitmap, BITMAPINFOHEADER* header) {
     *header = {};
     header->biSize = size;
     header->biWidth = bitmap.width;
-    header->biHeight = bitmap.isSection && bitmap.topDown ? -bitmap.height : bitmap.height;
+    header->biHeight = bitmap.height;
     header->biPlanes = 1;
     header->biBitCount = static_cast<WORD>(bitmap.format.bitsPerPixel);
     const int depth = bitmap.format.bitsPerPixel;

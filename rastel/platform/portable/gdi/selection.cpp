@@ -66,6 +66,7 @@ int DescribeBitmap(const BitmapObject& bitmap, int bytes, LPVOID target) {
     DIBSECTION section{};
     section.dsBm = plain;
     section.dsBmih = bitmap.header;
+    section.dsBmih.biHeight = bitmap.height;   // the system doesn't tell which way the rows run
     std::copy(bitmap.bitFields, bitmap.bitFields + 3, section.dsBitfields);
     return Describe(section, bytes, target);
 }

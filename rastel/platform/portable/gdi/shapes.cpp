@@ -1,10 +1,12 @@
 // Rectangles and single pixels.
 #include <algorithm>
+#include <cstdlib>
 
 #include "rastel/platform/portable/gdi/device_context.h"
 #include "rastel/platform/portable/gdi/paint.h"
 #include "rastel/platform/portable/gdi/pixel_color.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
+#include "rastel/platform/portable/gdi/stretch.h"
 #include "rastel/platform/portable/gdi/stroke.h"
 
 using rastel::platform::Access;
@@ -15,6 +17,7 @@ using rastel::platform::DeviceContext;
 using rastel::platform::Find;
 using rastel::platform::FindContext;
 using rastel::platform::kPatternCopy;
+using rastel::platform::LowOf;
 using rastel::platform::PenObject;
 using rastel::platform::RasterOp;
 
@@ -73,7 +76,10 @@ int FillRect(HDC context, const RECT* rect, HBRUSH brush) {
     if (!found || rect == nullptr || !with) {
         return 0;
     }
-    return PaintRect(*found, ToDevice(*found, *rect), *with, kPatternCopy) ? 1 : 0;
+    const auto width = std::int64_t{rect->right} - rect->left, height = std::int64_t{rect->bottom} - rect->top;
+    const std::int64_t left = LowOf(rect->left, width), top = LowOf(rect->top, height);
+    const RECT area = ClampedRect(left, top, left + std::abs(width), top + std::abs(height));
+    return PaintRect(*found, ToDevice(*found, area), *with, kPatternCopy) ? 1 : 0;
 }
 
 int FrameRect(HDC context, const RECT* rect, HBRUSH brush) {

@@ -26,9 +26,9 @@ struct Triple {
 
 StretchAxis::StretchAxis(std::int64_t target, std::int64_t targetSize, std::int64_t source, std::int64_t sourceSize,
                          int limit)
-    : target_(targetSize < 0 ? target + targetSize : target),
+    : target_(LowOf(target, targetSize)),
       targetSize_(targetSize < 0 ? -targetSize : targetSize),
-      source_(sourceSize < 0 ? source + sourceSize : source),
+      source_(LowOf(source, sourceSize)),
       sourceSize_(sourceSize < 0 ? -sourceSize : sourceSize),
       limit_(limit),
       mirrored_((targetSize < 0) != (sourceSize < 0)) {

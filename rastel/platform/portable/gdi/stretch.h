@@ -11,6 +11,11 @@
 
 namespace rastel::platform {
 
+// The least position of a signed size. A negative one runs backwards, and the place where it starts is part of it.
+inline std::int64_t LowOf(std::int64_t start, std::int64_t size) {
+    return size < 0 ? start + size + 1 : start;
+}
+
 class StretchAxis {
 public:
     // Sizes may be negative: that end is the first then, and the range reaches back from the position. `limit`: source

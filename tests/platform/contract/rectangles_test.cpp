@@ -117,21 +117,4 @@ TEST(Rectangles, FarCoordinatesWrapAndNeverTrap) {
     EXPECT_TRUE(EqualRect(&result, &all));
 }
 
-TEST(Rectangles, NullPointersFail) {
-    RECT rect = {1, 2, 3, 4};
-    EXPECT_FALSE(IntersectRect(nullptr, &rect, &rect));
-    EXPECT_FALSE(IntersectRect(&rect, nullptr, &rect));
-    EXPECT_FALSE(UnionRect(&rect, &rect, nullptr));
-    EXPECT_FALSE(SubtractRect(&rect, nullptr, nullptr));
-    EXPECT_FALSE(EqualRect(&rect, nullptr));
-    EXPECT_TRUE(IsRectEmpty(nullptr));
-    EXPECT_FALSE(CopyRect(&rect, nullptr));
-    EXPECT_FALSE(SetRect(nullptr, 1, 2, 3, 4));
-    EXPECT_FALSE(SetRectEmpty(nullptr));
-    EXPECT_FALSE(OffsetRect(nullptr, 1, 1));
-    EXPECT_FALSE(InflateRect(nullptr, 1, 1));
-    EXPECT_FALSE(PtInRect(nullptr, {0, 0}));
-    EXPECT_EQ(rect.right, 3);
-}
-
 }   // namespace

@@ -1,0 +1,24 @@
+// A screen to draw on and windows on it, whatever shows them.
+#pragma once
+
+#include "rastel/platform/gdi.h"
+
+namespace rastel::test {
+
+void OpenScreen();   // as it was at first, without windows of ours; where there is none, one in memory
+
+// Visible and above all others; its client area lies there.
+class TestWindow {
+public:
+    explicit TestWindow(const RECT& client);
+    ~TestWindow();
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+
+    HWND Handle() const { return window_; }
+
+private:
+    HWND window_;
+};
+
+}   // namespace rastel::test
