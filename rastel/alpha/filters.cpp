@@ -1,5 +1,5 @@
 // The mask filters: a square window slides over the plane. The cost of a pixel doesn't grow with the window: what
-// enters below and leaves above changes a row of column sums, and differences of their running total are window sums.
+// enters below and leaves above changes a row of column sums, and so do the columns that enter and leave along a row.
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -15,6 +15,7 @@
 
 using rastel::PixelLock;
 using rastel::Reference;
+using rastel::kernels::BoxSums;
 using rastel::kernels::filterPadding;
 using rastel::kernels::Rows;
 
@@ -32,28 +33,33 @@ Reference<CAlphaChannel> NewLargerPlane(const CAlphaChannel& plane, int radius) 
     return Reference<CAlphaChannel>(manager->CreateAlphaChannel(static_cast<int>(width), static_cast<int>(height)));
 }
 
-// Elements with `before` zeros ahead of the first and room behind the last. Empty when there is no memory.
+// Elements with `before` zeros ahead of the first, which lies on a cache line's start, and room behind the last. Empty
+// when there is no memory.
 template <class Element>
 class PaddedRow {
 public:
     PaddedRow(int count, int before)
-        : before_(before),
-          size_(static_cast<std::size_t>(before) + static_cast<std::size_t>(count) + filterPadding),
-          elements_(new (std::nothrow) Element[size_]()) {}
+        : elements_(new (std::nothrow) Element[static_cast<std::size_t>(before) + static_cast<std::size_t>(count) +
+                                               filterPadding + lineBytes / sizeof(Element)]()) {
+        if (elements_) {
+            first_ = elements_.get() + before;
+            const auto excess = reinterpret_cast<std::uintptr_t>(first_) % lineBytes;
+            first_ += (lineBytes - excess) % lineBytes / sizeof(Element);
+        }
+    }
     explicit operator bool() const { return elements_ != nullptr; }
-    Element* First() { return elements_.get() + before_; }
+    Element* First() { return first_; }
 
 private:
-    int before_;
-    std::size_t size_;
+    static constexpr std::size_t lineBytes = 64;
     std::unique_ptr<Element[]> elements_;
+    Element* first_ = nullptr;
 };
 
-// Walks the rows of the result: `move(entering, leaving)` takes the window's new bottom row and the one above its top,
-// a row of zeros where the plane has none, and `emit(row)` writes a row of the result.
-template <class Move, class Emit>
-bool WalkRows(const PixelLock& source, int width, int height, const PixelLock& target, int radius, Move move,
-              Emit emit) {
+// Walks the rows of the result: `draw(row, entering, leaving)` is given the window's new bottom row and the one above
+// its top, a row of zeros where the plane has none.
+template <class Draw>
+bool WalkRows(const PixelLock& source, int width, int height, const PixelLock& target, int radius, Draw draw) {
     PaddedRow<BYTE> zeros(width, 0);
     if (!zeros) {
         return false;
@@ -61,8 +67,7 @@ bool WalkRows(const PixelLock& source, int width, int height, const PixelLock& t
     const int window = 2 * radius + 1;
     const auto row = [&](int y) -> const BYTE* { return y >= 0 && y < height ? source.At(0, y) : zeros.First(); };
     for (int y = 0; y < height + 2 * radius; ++y) {
-        move(row(y), row(y - window));
-        emit(target.At(0, y));
+        draw(target.At(0, y), row(y), row(y - window));
     }
     return true;
 }
@@ -88,13 +93,11 @@ CAlphaChannel* CAlphaChannel::Expand(int radius, int value) {
     }
     const int window = 2 * radius + 1;
     PaddedRow<BYTE> counts(m_Width, 0);
-    const auto move = [&](const BYTE* entering, const BYTE* leaving) {
+    const auto draw = [&](BYTE* row, const BYTE* entering, const BYTE* leaving) {
         Rows().countColumns(counts.First(), entering, leaving, m_Width);
-    };
-    const auto emit = [&](BYTE* row) {
         Rows().dilateRow(row, counts.First(), m_Width, window, static_cast<BYTE>(value));
     };
-    return counts && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
+    return counts && WalkRows(source, m_Width, m_Height, target, radius, draw) ? result.release() : nullptr;
 }
 
 CAlphaChannel* CAlphaChannel::Blur(int radius) {
@@ -111,15 +114,14 @@ CAlphaChannel* CAlphaChannel::Blur(int radius) {
     if (!target) {
         return nullptr;
     }
-    const int window = 2 * radius + 1, count = m_Width + 2 * radius;
-    PaddedRow<WORD> sums(count, window);   // of up to 61 bytes each: 16 bits hold them
-    PaddedRow<DWORD> prefix(count + 1, window);
-    const auto move = [&](const BYTE* entering, const BYTE* leaving) {
-        Rows().boxColumns(sums.First(), entering, leaving, m_Width);
+    const int window = 2 * radius + 1;
+    PaddedRow<WORD> even(m_Width / 2 + window, radius + 1), odd(m_Width / 2 + window, radius + 1);
+    const BoxSums sums{even.First(), odd.First()};
+    const auto draw = [&](BYTE* row, const BYTE* entering, const BYTE* leaving) {
+        Rows().boxRow(row, sums, entering, leaving, m_Width, window);
     };
-    const auto emit = [&](BYTE* row) { Rows().boxRow(row, sums.First(), prefix.First(), count, window); };
-    const bool hasMemory = sums && prefix;
-    return hasMemory && WalkRows(source, m_Width, m_Height, target, radius, move, emit) ? result.release() : nullptr;
+    const bool hasMemory = even && odd;
+    return hasMemory && WalkRows(source, m_Width, m_Height, target, radius, draw) ? result.release() : nullptr;
 }
 
 int CAlphaChannel::Subtract(CAlphaChannel& other, int x, int y) {

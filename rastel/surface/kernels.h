@@ -12,6 +12,20 @@
 
 namespace rastel::kernels {
 
+constexpr int filterPadding = 64;
+
+// The column sums of a window, of up to 61 bytes each: 16 bits hold them. Even columns are apart from odd ones, so that
+// bytes become words, and words bytes, in their order. Zeros stand for the columns ahead of the first, (window + 1) / 2
+// in each half, and for filterPadding in each half behind the last column that a row asks for.
+struct BoxSums {
+    WORD* even;
+    WORD* odd;
+    WORD& At(int column) const {
+        WORD* const half = column & 1 ? odd : even;
+        return half[column >> 1];
+    }
+};
+
 struct RowTable {
     const char* name;     // "avx2", "sse2", "plain"
     bool (*runsHere)();   // the processor and the system allow it
@@ -69,12 +83,10 @@ struct RowTable {
     // Mask filters.
     void (*thresholdRect)(BYTE* plane, int planePitch, int width, int height, BYTE level, BYTE low, BYTE high);
     void (*subtractRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
-    // Column sums of a window that moves down a row: sums[x] += entering[x] - leaving[x].
-    void (*boxColumns)(WORD* sums, const BYTE* entering, const BYTE* leaving, int width);
-    // target[x] = (sums[x - window + 1] + ... + sums[x]) / (window * window), truncated, window up to 61. Zeros stand
-    // before sums[0]; sums may be read, and prefix written, up to filterPadding elements beyond `count`. `prefix` has
-    // `window` zeros before its first element, which is zero as well.
-    void (*boxRow)(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window);
+    // A row of a window's averages, the row below the last one. `entering` and `leaving` change the column sums:
+    // sum[x] += entering[x] - leaving[x], x up to width. Then, for width + window - 1 bytes, target[x] =
+    // (sum[x - window + 1] + ... + sum[x]) / (window * window), truncated. Windows are odd, up to 61.
+    void (*boxRow)(BYTE* target, const BoxSums& sums, const BYTE* entering, const BYTE* leaving, int width, int window);
     // How many rows of the window are not zero there: counts[x] changes by what enters and what leaves.
     void (*countColumns)(BYTE* counts, const BYTE* entering, const BYTE* leaving, int width);
     // A row of width + window - 1 bytes, window up to 64: target[x] = value where any of counts[x - window + 1] ...
@@ -100,8 +112,6 @@ struct RowTable {
     void (*to24Row)(BYTE* target, const BYTE* source, int width);
     void (*toIndexRow)(BYTE* target, const BYTE* source, const BYTE* map, int width);
 };
-
-constexpr int filterPadding = 64;
 
 std::span<const RowTable* const> AllTables();   // best first; the last runs anywhere
 const RowTable& Rows();                         // the chosen one

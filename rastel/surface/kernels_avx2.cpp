@@ -239,16 +239,9 @@ struct Vec {
     }
     static V Equal8(V a, V b) { return _mm256_cmpeq_epi8(a, b); }
     static V Subtract8(V a, V b) { return _mm256_sub_epi8(a, b); }
-    static V NarrowToWords(V first, V second) { return _mm256_packs_epi32(first, second); }   // as PixelWords has them
     static V Add8(V a, V b) { return _mm256_add_epi8(a, b); }
     static V Add32(V a, V b) { return _mm256_add_epi32(a, b); }
     static V Subtract32(V a, V b) { return _mm256_sub_epi32(a, b); }
-    static V LoadAsWords(const BYTE* at) {
-        return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
-    }
-    static V LoadWordsWide(const WORD* at) {
-        return _mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
-    }
     static V PrefixSum32(V a) {
         const V pairs = _mm256_add_epi32(a, _mm256_slli_si256(a, 4));
         const V lanes = _mm256_add_epi32(pairs, _mm256_slli_si256(pairs, 8));
@@ -257,10 +250,21 @@ struct Vec {
         return _mm256_add_epi32(lanes, total);
     }
     static V RepeatLast32(V a) { return _mm256_permutevar8x32_epi32(a, _mm256_set1_epi32(7)); }
-    static V ScaledDown(V sum, float scale) {
-        const __m256 centred = _mm256_add_ps(_mm256_cvtepi32_ps(sum), _mm256_set1_ps(0.5f));
-        return _mm256_cvttps_epi32(_mm256_mul_ps(centred, _mm256_set1_ps(scale)));
+    static V Greater16(V a, V b) { return _mm256_cmpgt_epi16(a, b); }
+    static V ShiftRight16By(V a, int count) { return _mm256_srl_epi16(a, _mm_cvtsi32_si128(count)); }
+    template <int count>
+    static V ShiftRightSigned16(V a) {
+        return _mm256_srai_epi16(a, count);
     }
+    template <int count>
+    static V ShiftRightSigned32(V a) {
+        return _mm256_srai_epi32(a, count);
+    }
+    template <int count>
+    static V ShiftLeft32(V a) {
+        return _mm256_slli_epi32(a, count);
+    }
+    static V LowThenHighWords(V low, V high) { return _mm256_blend_epi16(low, high, 0xAA); }   // of 32 bits
 };
 
 #include "rastel/surface/kernel_bodies.inc"

@@ -174,16 +174,15 @@ void SubtractRect(BYTE* target, int targetPitch, const BYTE* source, int sourceP
     });
 }
 
-void BoxColumns(WORD* sums, const BYTE* entering, const BYTE* leaving, int width) {
+void BoxRow(BYTE* target, const BoxSums& sums, const BYTE* entering, const BYTE* leaving, int width, int window) {
     for (int x = 0; x < width; ++x) {
-        sums[x] = static_cast<WORD>(sums[x] + entering[x] - leaving[x]);
+        WORD& sum = sums.At(x);
+        sum = static_cast<WORD>(sum + entering[x] - leaving[x]);
     }
-}
-
-void BoxRow(BYTE* target, const WORD* sums, DWORD* prefix, int count, int window) {
-    for (int x = 0; x < count; ++x) {
-        prefix[x + 1] = prefix[x] + sums[x];
-        target[x] = static_cast<BYTE>((prefix[x + 1] - prefix[x + 1 - window]) / static_cast<DWORD>(window * window));
+    int total = 0;
+    for (int x = 0; x < width + window - 1; ++x) {
+        total += sums.At(x) - sums.At(x - window);
+        target[x] = static_cast<BYTE>(total / (window * window));
     }
 }
 
@@ -277,7 +276,6 @@ const RowTable plainTable = {
     .alphaColorAdvRect = plain::AlphaColorAdvRect,
     .thresholdRect = ThresholdRect,
     .subtractRect = SubtractRect,
-    .boxColumns = BoxColumns,
     .boxRow = BoxRow,
     .countColumns = CountColumns,
     .dilateRow = DilateRow,

@@ -143,22 +143,30 @@ struct Vec {
     }
     static V Equal8(V a, V b) { return _mm_cmpeq_epi8(a, b); }
     static V Subtract8(V a, V b) { return _mm_sub_epi8(a, b); }
-    static V NarrowToWords(V first, V second) { return _mm_packs_epi32(first, second); }   // as PixelWords has them
     static V Add8(V a, V b) { return _mm_add_epi8(a, b); }
     static V Add32(V a, V b) { return _mm_add_epi32(a, b); }
     static V Subtract32(V a, V b) { return _mm_sub_epi32(a, b); }
-    static V LoadAsWords(const BYTE* at) { return _mm_unpacklo_epi8(LoadHalf(at), _mm_setzero_si128()); }
-    static V LoadWordsWide(const WORD* at) {
-        return _mm_unpacklo_epi16(LoadHalf(reinterpret_cast<const BYTE*>(at)), _mm_setzero_si128());
-    }
     static V PrefixSum32(V a) {
         const V pairs = _mm_add_epi32(a, _mm_slli_si128(a, 4));
         return _mm_add_epi32(pairs, _mm_slli_si128(pairs, 8));
     }
     static V RepeatLast32(V a) { return _mm_shuffle_epi32(a, 0xFF); }
-    static V ScaledDown(V sum, float scale) {
-        const __m128 centred = _mm_add_ps(_mm_cvtepi32_ps(sum), _mm_set1_ps(0.5f));
-        return _mm_cvttps_epi32(_mm_mul_ps(centred, _mm_set1_ps(scale)));
+    static V Greater16(V a, V b) { return _mm_cmpgt_epi16(a, b); }
+    static V ShiftRight16By(V a, int count) { return _mm_srl_epi16(a, _mm_cvtsi32_si128(count)); }
+    template <int count>
+    static V ShiftRightSigned16(V a) {
+        return _mm_srai_epi16(a, count);
+    }
+    template <int count>
+    static V ShiftRightSigned32(V a) {
+        return _mm_srai_epi32(a, count);
+    }
+    template <int count>
+    static V ShiftLeft32(V a) {
+        return _mm_slli_epi32(a, count);
+    }
+    static V LowThenHighWords(V low, V high) {   // of 32 bits
+        return Select(Set32(0xFFFF), low, high);
     }
 };
 
