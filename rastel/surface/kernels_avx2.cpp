@@ -43,6 +43,9 @@ struct Vec {
     static V LoadHalf(const BYTE* at) {
         return _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)));
     }
+    static V LoadQuarter(const BYTE* at) {
+        return _mm256_castsi128_si256(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(at)));
+    }
     static void StoreHalf(BYTE* at, V value) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(at), _mm256_castsi256_si128(value));
     }
@@ -124,9 +127,7 @@ struct Vec {
         const V difference = _mm256_xor_si256(a, b);
         return _mm256_testz_si256(difference, difference) != 0;
     }
-    static V LoadTwo(const BYTE* at) {
-        return _mm256_castsi128_si256(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(at)));
-    }
+    static V LoadTwo(const BYTE* at) { return LoadQuarter(at); }
     static void StoreTwo(BYTE* at, V value) {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(at), _mm256_castsi256_si128(value));
     }
@@ -154,9 +155,14 @@ struct Vec {
         const __m128i order = _mm_setr_epi8(0, 1, 0, 1, 2, 3, 2, 3, 4, 5, 4, 5, 6, 7, 6, 7);
         return _mm256_shuffle_epi8(words, InBothLanes(_mm_add_epi8(order, _mm_set1_epi8(vector * 8))));
     }
-    // weight - 128 and -weight, bytes of one word: only below 0 is there room for 128.
-    static V PackWeights(V weights) {
-        return Subtract16(Xor(weights, _mm256_set1_epi16(128)), _mm256_slli_epi16(weights, 8));
+    // A word for each of 32 weights: the bytes weight - 128 and -weight. Only below 0 is there room for 128.
+    struct PackedWeights {
+        V first, second;   // for two vectors of pixels each, in the order of PixelWords
+    };
+    static PackedWeights PackWeights(V weights) {
+        const V ordered = _mm256_permutevar8x32_epi32(weights, _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
+        const V back = Xor(ordered, Set8(128)), source = Subtract8(Set8(0), ordered);
+        return {_mm256_unpacklo_epi8(back, source), _mm256_unpackhi_epi8(back, source)};
     }
     // The words of the first (0) or second (1) vector of pixels, each for the four bytes of a pixel, but nothing for
     // the alpha byte of a pair's first pixel.

@@ -41,6 +41,11 @@ struct Vec {
     static V WidenHighUp(V a) { return _mm_unpackhi_epi8(_mm_setzero_si128(), a); }
     static V MultiplyHigh16(V a, V b) { return _mm_mulhi_epu16(a, b); }
     static V LoadHalf(const BYTE* at) { return _mm_loadl_epi64(reinterpret_cast<const V*>(at)); }
+    static V LoadQuarter(const BYTE* at) {
+        int fourBytes;
+        std::memcpy(&fourBytes, at, sizeof(fourBytes));
+        return _mm_cvtsi32_si128(fourBytes);
+    }
     static void StoreHalf(BYTE* at, V value) { _mm_storel_epi64(reinterpret_cast<V*>(at), value); }
 
     // A byte for each of 16 or 8 pixels: 255 where (pixel & mask) equals `color`.
@@ -87,11 +92,7 @@ struct Vec {
     static V LoadTwo(const BYTE* at) { return LoadHalf(at); }
     static void StoreTwo(BYTE* at, V value) { StoreHalf(at, value); }
     static V PixelWords(const BYTE* at) { return WidenLow(LoadHalf(at)); }
-    static V PixelWordsHalf(const BYTE* at) {   // of one vector
-        int pixelBytes;
-        std::memcpy(&pixelBytes, at, sizeof(pixelBytes));
-        return WidenLow(_mm_cvtsi32_si128(pixelBytes));
-    }
+    static V PixelWordsHalf(const BYTE* at) { return WidenLow(LoadQuarter(at)); }   // of one vector
     static void StorePixelWords(BYTE* at, V words) { StoreHalf(at, Narrow(words, words)); }
     static void StorePixelWordsHalf(BYTE* at, V words) {
         const int pixelBytes = _mm_cvtsi128_si32(Narrow(words, words));
@@ -102,7 +103,10 @@ struct Vec {
     static V RepeatTwice(V words) {
         return vector == 0 ? _mm_unpacklo_epi16(words, words) : _mm_unpackhi_epi16(words, words);
     }
-    static V PackWeights(V weights) { return weights; }
+    struct PackedWeights {
+        V first, second;   // words for two vectors of pixels each
+    };
+    static PackedWeights PackWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
     template <int vector>
     static Weights WeightsOf(V packed) {
         const V twice = RepeatTwice<vector>(packed);
