@@ -1,7 +1,5 @@
 #include "rastel/display/direct3d_wrapper.h"
 
-#include "rastel/platform/framework.h"
-
 namespace {
 
 // An entry point as the function that it is.
@@ -24,8 +22,9 @@ CDirect3DWrapper::CDirect3DWrapper() {
 
     constexpr int newestD3DX = 34, oldestD3DX = 24;
     for (int i = newestD3DX; i >= oldestD3DX && !m_hD3DX; --i) {
-        CString name;
-        name.Format(L"D3DX9_%i.DLL", i);
+        wchar_t name[] = L"D3DX9_00.DLL";
+        name[6] = static_cast<wchar_t>(L'0' + i / 10);
+        name[7] = static_cast<wchar_t>(L'0' + i % 10);
         m_hD3DX = ::LoadLibraryW(name);
     }
     if (!m_hD3DX) {

@@ -32,23 +32,20 @@ IDirect3DDevice9* CDisplayManager::Create3dDevice(HWND hWnd, int width, int heig
     if (!m_pDirect3D) {
         return nullptr;
     }
-    D3DPRESENT_PARAMETERS parameters = {};
-    parameters.BackBufferWidth = static_cast<UINT>(width);
-    parameters.BackBufferHeight = static_cast<UINT>(height);
-    parameters.BackBufferFormat = D3DFMT_UNKNOWN;
-    parameters.BackBufferCount = swapEffect == D3DSWAPEFFECT_FLIP ? 2 : 0;
-    parameters.SwapEffect = swapEffect;
-    parameters.Windowed = TRUE;
-    parameters.EnableAutoDepthStencil = TRUE;
-    parameters.PresentationInterval = D3DPRESENT_INTERVAL_ONE;
     // The wanted swap effect with every depth first, then all of them again with the one that is never refused.
-    for (int pass = 0; pass < 2; ++pass) {
+    for (const D3DSWAPEFFECT effect : {swapEffect, D3DSWAPEFFECT_COPY}) {
         for (const D3DFORMAT depth : {D3DFMT_D32, D3DFMT_D24S8, D3DFMT_D24X8, D3DFMT_D16}) {
-            if (pass == 1) {
-                parameters.SwapEffect = D3DSWAPEFFECT_COPY;
-                parameters.BackBufferCount = 0;
-            }
+            // Afresh each time: a device that refuses may have changed what it was asked for.
+            D3DPRESENT_PARAMETERS parameters = {};
+            parameters.BackBufferWidth = static_cast<UINT>(width);
+            parameters.BackBufferHeight = static_cast<UINT>(height);
+            parameters.BackBufferFormat = D3DFMT_UNKNOWN;
+            parameters.BackBufferCount = effect == D3DSWAPEFFECT_FLIP ? 2 : 0;
+            parameters.SwapEffect = effect;
+            parameters.Windowed = TRUE;
+            parameters.EnableAutoDepthStencil = TRUE;
             parameters.AutoDepthStencilFormat = depth;
+            parameters.PresentationInterval = D3DPRESENT_INTERVAL_ONE;
             IDirect3DDevice9* device = nullptr;
             if (m_pDirect3D->CreateDevice(D3DADAPTER_DEFAULT, D3DDEVTYPE_HAL, hWnd,
                                           D3DCREATE_SOFTWARE_VERTEXPROCESSING | D3DCREATE_MULTITHREADED, &parameters,

@@ -1,6 +1,7 @@
 // The manager's contact with DirectDraw: the object itself, display modes and the vertical blank.
 #include <algorithm>
 #include <list>
+#include <new>
 
 #include "rastel/display/display_manager.h"
 #include "rastel/platform/com_reference.h"
@@ -18,10 +19,12 @@ struct DisplayMode {
 
 std::list<DisplayMode> s_displayModes;   // as enumerated when DirectDraw was reached; setting a mode changes nothing
 
-HRESULT CALLBACK AppendMode(DDSURFACEDESC* description, void*) {
+HRESULT CALLBACK AppendMode(DDSURFACEDESC* description, void*) try {
     s_displayModes.push_back({static_cast<int>(description->dwWidth), static_cast<int>(description->dwHeight),
                               static_cast<int>(description->ddpfPixelFormat.dwRGBBitCount)});
     return DDENUMRET_OK;
+} catch (const std::bad_alloc&) {
+    return DDENUMRET_CANCEL;   // nothing may pass through the system's code
 }
 
 }   // namespace

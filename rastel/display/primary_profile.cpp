@@ -175,9 +175,13 @@ void CPrimarySurface::Profile() {
         m_perfBltNoConvert = manager->GetProfile(L"BltNoConvert");
         if (isMissing(m_perfBltNoConvert)) {
             // Device surfaces have 32 bits, and are shown unconverted where the screen has them too.
-            m_perfBltNoConvert = m_pfnConvert == Blt32 && surface ? measure(&CPrimarySurface::BltNoConvert) : 0;
+            if (m_pfnConvert != Blt32) {
+                m_perfBltNoConvert = 0;
+            } else if (surface) {
+                m_perfBltNoConvert = measure(&CPrimarySurface::BltNoConvert);
+            }
         }
-        if (m_perfBltNoConvert != 0 && m_perfBltNoConvert < best) {
+        if (m_perfBltNoConvert > 0 && m_perfBltNoConvert < best) {
             m_pfnBlt = &CPrimarySurface::BltNoConvert;
         }
     }

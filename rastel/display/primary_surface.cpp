@@ -61,6 +61,7 @@ int CPrimarySurface::Initialize(CDisplayManager* pManager) {
     if (!pManager) {
         return 0;
     }
+    m_pfnConvert = nullptr;
     m_nWidth = ::GetSystemMetrics(SM_CXSCREEN);
     m_nHeight = ::GetSystemMetrics(SM_CYSCREEN);
     if (IDirectDraw2* const directDraw = pManager->GetDirectDraw()) {

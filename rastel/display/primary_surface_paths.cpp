@@ -159,9 +159,11 @@ bool CPrimarySurface::ConvertInto(IDirectDrawSurface2& target, int x, int y, CSu
     }
     const DDSURFACEDESC& description = device.Description();
     const CRect landing = LandingOnScreen(x, y, rcSrc);
-    const CRect screen(0, 0, static_cast<int>(description.dwWidth), static_cast<int>(description.dwHeight));
+    const bool tellsSize = description.dwWidth != 0 && description.dwHeight != 0;
+    const CRect screen(0, 0, tellsSize ? static_cast<int>(description.dwWidth) : m_nWidth,
+                       tellsSize ? static_cast<int>(description.dwHeight) : m_nHeight);
     const auto bits = static_cast<int>(description.ddpfPixelFormat.dwRGBBitCount);
-    if (bits != m_nConvertBits || !Contains(screen, landing)) {
+    if ((m_nConvertBits != 0 && bits != m_nConvertBits) || !Contains(screen, landing)) {
         return false;   // the display has another mode than when it was asked
     }
     const std::ptrdiff_t pitch = description.lPitch;
@@ -224,14 +226,15 @@ int CPrimarySurface::BltDirect(int x, int y, CSurface& src, CRect& rcSrc) {
     if (!m_pPrimary) {
         return FallBack(x, y, src, rcSrc);
     }
-    if (x < limit.left) {
-        rcSrc.left += limit.left - x;
-        x = limit.left;
+    const long long leftOut = std::max(0LL, static_cast<long long>(limit.left) - x);
+    const long long topOut = std::max(0LL, static_cast<long long>(limit.top) - y);
+    if (leftOut >= rcSrc.Width() || topOut >= rcSrc.Height()) {
+        return 1;
     }
-    if (y < limit.top) {
-        rcSrc.top += limit.top - y;
-        y = limit.top;
-    }
+    rcSrc.left += static_cast<int>(leftOut);
+    rcSrc.top += static_cast<int>(topOut);
+    x = std::max<int>(x, limit.left);
+    y = std::max<int>(y, limit.top);
     rcSrc.right = rcSrc.left + std::min<LONG>(rcSrc.Width(), limit.right - x);
     rcSrc.bottom = rcSrc.top + std::min<LONG>(rcSrc.Height(), limit.bottom - y);
     if (rcSrc.Width() < 1 || rcSrc.Height() < 1) {

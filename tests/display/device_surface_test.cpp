@@ -152,7 +152,7 @@ TEST_F(DeviceSurfaces, AStretchIsLimitedByItsClipAndLeavesNoClipperBehind) {
     CRect all(0, 0, 12, 12);
     EXPECT_EQ(target->InternalFillColor(all, 0), 1);   // no clip is left
     EXPECT_EQ(PixelsOf(*target)[0] & 0xFFFFFF, 0u);
-    CRect mirrored(12, 0, 0, 12);
+    CRect mirrored(11, 0, -1, 12);   // backwards from its corner
     EXPECT_NE(target->InternalStretchBlt(mirrored, *source, whole, nullptr), 0);
     EXPECT_EQ(PixelsOf(*target)[0] & 0xFFFFFF, Counted(3, 3)[2]);
     FailDeviceCalls("CreateClipper", 1);
