@@ -44,7 +44,8 @@ bool CDib::CreateHeader(int width, int height, int bitsPerPixel) {
     if (imageBytes > limit - 4) {
         return false;
     }
-    const std::size_t tableBytes = bitsPerPixel < 9 ? sizeof(RGBQUAD) << bitsPerPixel : 0;
+    // Colours, or where a bitmap of the system says which bits are which.
+    const std::size_t tableBytes = bitsPerPixel < 9 ? sizeof(RGBQUAD) << bitsPerPixel : maskBytes;
     auto* const block = new (std::nothrow) unsigned char[sizeof(BITMAPINFOHEADER) + tableBytes]();
     if (!block) {
         return false;

@@ -68,8 +68,10 @@ protected:
     static std::int64_t RowBytes(int width, int bitsPerPixel);   // padded to 4
     static int PitchOf(int width, int bitsPerPixel);             // the same, held within 32 bits
 
-    // Allocates the header, with room for a colour table at 8 bits and below, and fills it in. False: out of memory, or
-    // a size whose bytes pass 31 bits.
+    static constexpr std::size_t maskBytes = 3 * sizeof(DWORD);
+
+    // Allocates the header, with room for a colour table at 8 bits and below and for masks above, and fills it in.
+    // False: out of memory, or a size whose bytes pass 31 bits.
     bool CreateHeader(int width, int height, int bitsPerPixel);
 
     // The target's Attach with two blocks that are nobody else's.

@@ -127,6 +127,14 @@ int CDibSection::AttachBitmap(HBITMAP hBitmap) {
         return 0;
     }
     m_pBitmapInfo->bmiHeader = header;
+    if (header.biCompression == BI_BITFIELDS) {
+        std::memcpy(m_pBitmapInfo->bmiColors, section.dsBitfields, maskBytes);
+        constexpr DWORD usual16[] = {0x7C00, 0x03E0, 0x001F}, usual32[] = {0xFF0000, 0xFF00, 0xFF};
+        const DWORD* const usual = header.biBitCount == 16 ? usual16 : usual32;
+        if (std::equal(usual, usual + 3, section.dsBitfields)) {
+            m_pBitmapInfo->bmiHeader.biCompression = BI_RGB;
+        }
+    }
     m_pBits = static_cast<unsigned char*>(section.dsBm.bmBits);
     m_Pitch = PitchOf(GetWidth(), GetBitsPrPixel());
     if (header.biBitCount < 9) {

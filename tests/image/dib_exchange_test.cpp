@@ -1,6 +1,7 @@
 // Images copied, handed over and packed: who owns what, which way rows run, and headers that lie.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -243,6 +244,33 @@ TEST(DibExchange, OnlySectionsAreAttached) {
         ExpectEmpty(section);
     }
     EXPECT_NE(::DeleteObject(plain), 0);   // the caller's all the time
+}
+
+TEST(DibExchange, SectionsWithMasksBringThemAlong) {
+    struct {
+        BITMAPINFOHEADER header;
+        DWORD masks[3];
+    } info = {{sizeof(BITMAPINFOHEADER), 3, 2, 1, 16, BI_BITFIELDS, 0, 0, 0, 0, 0}, {0xF800, 0x07E0, 0x001F}};
+    void* bits = nullptr;
+    CDibSection narrow, wide;
+    ASSERT_EQ(narrow.AttachBitmap(
+                  ::CreateDIBSection(nullptr, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0)),
+              1);
+    static_cast<WORD*>(bits)[0] = 0xF81F;
+    // GDI reads the masks behind the header.
+    ASSERT_EQ(wide.Create(3, 2, 32), 1);
+    const HDC dc = ::CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = ::SelectObject(dc, wide.m_hBitmap);
+    ::StretchDIBits(dc, 0, 0, 3, 2, 0, 0, 3, 2, narrow.GetBits(), narrow.GetBitmapInfo(), DIB_RGB_COLORS, SRCCOPY);
+    EXPECT_EQ(::GetPixel(dc, 0, 1), RGB(255, 0, 255));
+    ::SelectObject(dc, old);
+    ::DeleteDC(dc);
+    info.header.biBitCount = 32;
+    std::copy_n(std::initializer_list<DWORD>{0xFF0000, 0xFF00, 0xFF}.begin(), 3, info.masks);
+    ASSERT_EQ(narrow.AttachBitmap(
+                  ::CreateDIBSection(nullptr, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0)),
+              1);
+    EXPECT_EQ(narrow.GetBitmapInfo()->bmiHeader.biCompression, static_cast<DWORD>(BI_RGB));   // nothing to tell
 }
 
 }   // namespace

@@ -21,4 +21,10 @@ private:
     HWND window_;
 };
 
+void LetScreenShow();   // what was drawn
+COLORREF ScreenColor(int x, int y);
+
+// As close as a screen of 15 or 16 bits keeps a colour.
+bool IsClose(COLORREF shown, COLORREF wanted);
+
 }   // namespace rastel::test

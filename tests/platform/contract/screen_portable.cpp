@@ -13,4 +13,10 @@ TestWindow::~TestWindow() {
     platform::DestroyMemoryWindow(window_);
 }
 
+void LetScreenShow() {}
+
+COLORREF ScreenColor(int x, int y) {
+    return platform::MemoryScreenPixel(x, y);
+}
+
 }   // namespace rastel::test

@@ -51,6 +51,42 @@ TEST_F(GdiplusDrawing, StraightOverStraight) {
     EXPECT_EQ(At(1, 1), 0x80FF0000u);
 }
 
+TEST_F(GdiplusDrawing, WildTextLeavesTheNextOneWhole) {
+    const RectF frame(0, 0, 1e9f, 1e9f);
+    const auto widthAt = [&](float pixels) {
+        const Gdiplus::Font font(L"DejaVu Sans", pixels, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+        RectF bounds;
+        EXPECT_EQ(graphics.MeasureString(L"Hill", 4, &font, frame, nullptr, &bounds), Gdiplus::Ok);
+        return bounds.Width;
+    };
+    const float usual = widthAt(20);
+    EXPECT_GT(usual, 20);
+    EXPECT_GT(widthAt(70000), usual * 3000);
+    EXPECT_GT(widthAt(1e8f), usual * 4e6f);
+    EXPECT_LT(widthAt(0.001f), usual / 1000);
+    EXPECT_EQ(widthAt(20), usual);
+    const Gdiplus::Font font(L"DejaVu Sans", 20, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+    graphics.Clear(Color(0u));
+    EXPECT_EQ(graphics.DrawString(L"Hill", 4, &font, frame, nullptr, &redBrush), Gdiplus::Ok);
+    EXPECT_LT(Count(0), 40 * 30 - 50);
+    const Gdiplus::Font huge(L"DejaVu Sans", 1e5f, Gdiplus::FontStyleRegular, Gdiplus::UnitPixel);
+    graphics.Clear(Color(0u));
+    graphics.ScaleTransform(2e-4f, 2e-4f);   // to 20 pixels
+    EXPECT_EQ(graphics.DrawString(L"Hill", 4, &huge, frame, nullptr, &redBrush), Gdiplus::Ok);
+    EXPECT_LT(Count(0), 40 * 30 - 50);
+}
+
+TEST_F(GdiplusDrawing, TargetsMayBeLongerThanCairosOwn) {
+    Bitmap strip(40000, 2, PixelFormat32bppARGB);
+    Graphics onStrip(&strip);
+    EXPECT_EQ(onStrip.FillRectangle(&redBrush, 0, 0, 40000, 2), Gdiplus::Ok);
+    for (const int x : {0, 32763, 32764, 39999}) {
+        Color color;
+        strip.GetPixel(x, 1, &color);
+        EXPECT_EQ(color.GetValue(), red) << x;
+    }
+}
+
 TEST_F(GdiplusDrawing, PathsHaveLinesCurvesAndArcs) {
     Gdiplus::GraphicsPath path;
     path.AddLine(5, 20, 5, 10);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace rastel::platform::gdip {
 
@@ -71,24 +72,32 @@ CoverageMask DrawnMask(const Raster& raster, const std::function<void(cairo_t*)>
     if (area.left >= area.right || area.top >= area.bottom) {
         return mask;
     }
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    const int stride = cairo_format_stride_for_width(CAIRO_FORMAT_A8, width);
-    if (stride < width || height > 32767 || width > 32767) {   // cairo's own limit
+    const std::int64_t width = std::int64_t{area.right} - area.left, height = std::int64_t{area.bottom} - area.top;
+    const std::int64_t stride = (width + 3) / 4 * 4;   // as cairo has it
+    if (stride > INT32_MAX || stride * height > INT32_MAX) {
         return mask;
     }
-    mask.bytes.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height));
-    const CairoSurface surface(
-        cairo_image_surface_create_for_data(mask.bytes.data(), CAIRO_FORMAT_A8, width, height, stride));
-    cairo_surface_set_device_offset(surface.get(), -area.left, -area.top);
-    {
-        const Cairo cairo(cairo_create(surface.get()));
-        Prepare(cairo.get(), raster);
-        draw(cairo.get());
+    mask.bytes.resize(static_cast<std::size_t>(stride * height));
+    // In pieces that cairo, which counts pixels in 16 bits, can draw on.
+    constexpr std::int64_t side = 32764;
+    for (std::int64_t top = 0; top < height; top += side) {
+        for (std::int64_t left = 0; left < width; left += side) {
+            const CairoSurface surface(cairo_image_surface_create_for_data(
+                mask.bytes.data() + top * stride + left, CAIRO_FORMAT_A8,
+                static_cast<int>(std::min(side, width - left)), static_cast<int>(std::min(side, height - top)),
+                static_cast<int>(stride)));
+            cairo_surface_set_device_offset(surface.get(), -static_cast<double>(area.left + left),
+                                            -static_cast<double>(area.top + top));
+            {
+                const Cairo cairo(cairo_create(surface.get()));
+                Prepare(cairo.get(), raster);
+                draw(cairo.get());
+            }
+            cairo_surface_finish(surface.get());
+        }
     }
-    cairo_surface_finish(surface.get());
     mask.area = area;
-    mask.stride = stride;
+    mask.stride = static_cast<int>(stride);
     return mask;
 }
 

@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
+#include <utility>
 
 #include "rastel/platform/framework/characters.h"
 #include "rastel/platform/portable/gdiplus/canvas_graphics.h"
+#include "rastel/platform/portable/gdiplus/outline.h"
 #include "rastel/platform/portable/gdiplus/string_font.h"
 
 using rastel::platform::AppendUtf8;
@@ -14,6 +16,7 @@ using rastel::platform::gdip::FontObject;
 using rastel::platform::gdip::GraphicsObject;
 using rastel::platform::gdip::Guarded;
 using rastel::platform::gdip::ObjectOf;
+using rastel::platform::gdip::Outline;
 using rastel::platform::gdip::SelectFont;
 using rastel::platform::gdip::StringFormatObject;
 
@@ -50,46 +53,56 @@ struct Layout {
     }
 };
 
-double WidthOf(cairo_t* cairo, const std::string& text) {
-    cairo_text_extents_t extents{};
-    cairo_text_extents(cairo, text.c_str(), &extents);
-    return extents.x_advance;
-}
+// Measures text in a font of any size.
+struct Ruler {
+    cairo_t* cairo;
+    double factor;   // of the font that cairo has
 
-// Words that don't fit go to the next line; one that is too long for any has a line of its own.
-void AddParagraph(cairo_t* cairo, const std::string& text, double limit, std::vector<Line>& lines) {
-    std::string line;
-    std::size_t at = 0;
-    while (limit > 0 && at < text.size()) {
+    double WidthOf(const std::string& text) const {
+        cairo_text_extents_t extents{};
+        cairo_text_extents(cairo, text.c_str(), &extents);
+        return extents.x_advance * factor;
+    }
+};
+
+// Words that don't fit go to the next line; one that is too long for any has a line of its own. Widths add up: cairo
+// moves no letter closer to another.
+void AddParagraph(const Ruler& ruler, const std::string& text, double limit, std::vector<Line>& lines) {
+    if (!(limit > 0)) {
+        lines.push_back({text, ruler.WidthOf(text)});
+        return;
+    }
+    Line line;
+    for (std::size_t at = 0; at < text.size();) {
         const std::size_t space = std::min(text.find(' ', at), text.size());
-        const std::string word = text.substr(at, space - at);
-        const std::string longer = line.empty() ? word : line + ' ' + word;
-        if (!line.empty() && WidthOf(cairo, longer) > limit) {
-            lines.push_back({line, WidthOf(cairo, line)});
-            line = word;
+        const std::string word = text.substr(at, space - at), further = ' ' + word;
+        const double width = ruler.WidthOf(line.text.empty() ? word : further);
+        if (!line.text.empty() && line.width + width > limit) {
+            lines.push_back(std::move(line));
+            line = {word, ruler.WidthOf(word)};
         } else {
-            line = longer;
+            line.text += line.text.empty() ? word : further;
+            line.width += width;
         }
         at = space + 1;
     }
-    const std::string& last = limit > 0 ? line : text;
-    lines.push_back({last, WidthOf(cairo, last)});
+    lines.push_back(std::move(line));
 }
 
 Layout LayOut(const WCHAR* text, int length, const FontObject& font, const RectF& rect, int flags) {
     const Surface surface;
-    SelectFont(surface.cairo, font);
+    const Ruler ruler{surface.cairo, SelectFont(surface.cairo, font)};
     Layout layout;
     cairo_font_extents_t extents{};
     cairo_font_extents(surface.cairo, &extents);
-    layout.ascent = extents.ascent;
-    layout.height = std::max(extents.height, extents.ascent + extents.descent);
+    layout.ascent = extents.ascent * ruler.factor;
+    layout.height = std::max(extents.height, extents.ascent + extents.descent) * ruler.factor;
     const double limit = (flags & StringFormatFlagsNoWrap) != 0 ? 0 : rect.Width;
     std::string paragraph;
     for (int i = 0; i < length; ++i) {
         const auto code = static_cast<char32_t>(text[i]);
         if (code == U'\n') {
-            AddParagraph(surface.cairo, paragraph, limit, layout.lines);
+            AddParagraph(ruler, paragraph, limit, layout.lines);
             paragraph.clear();
         } else if (code >= 0x20) {
             AppendUtf8(paragraph, code < 0x110000 && !IsSurrogate(code) ? code : U'\uFFFD');
@@ -97,7 +110,7 @@ Layout LayOut(const WCHAR* text, int length, const FontObject& font, const RectF
             paragraph += "    ";
         }
     }
-    AddParagraph(surface.cairo, paragraph, limit, layout.lines);
+    AddParagraph(ruler, paragraph, limit, layout.lines);
     for (const Line& line : layout.lines) {
         layout.width = std::max(layout.width, line.width);
     }
@@ -165,12 +178,14 @@ GpStatus GdipDrawString(GpGraphics* graphics, const WCHAR* text, INT length, con
         const bool isSmooth = object.state.text != TextRenderingHintSingleBitPerPixel &&
                               object.state.text != TextRenderingHintSingleBitPerPixelGridFit;
         return object.DrawCovered(*BrushOf(brush), isSmooth, [&](cairo_t* cairo, const cairo_matrix_t& matrix) {
-            cairo_set_matrix(cairo, &matrix);
             if (layout->Width > 0 && layout->Height > 0 && (how.flags & StringFormatFlagsNoClip) == 0) {
-                cairo_rectangle(cairo, layout->X, layout->Y, layout->Width, layout->Height);
+                Outline frame;
+                frame.AddRectangle({layout->X, layout->Y}, layout->Width, layout->Height);
+                frame.AppendTo(cairo, matrix);
                 cairo_clip(cairo);
             }
-            SelectFont(cairo, face);
+            cairo_set_matrix(cairo, &matrix);
+            const double factor = SelectFont(cairo, face);
             cairo_font_options_t* const options = cairo_font_options_create();
             cairo_font_options_set_antialias(options, isSmooth ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
             cairo_set_font_options(cairo, options);
@@ -181,8 +196,13 @@ GpStatus GdipDrawString(GpGraphics* graphics, const WCHAR* text, INT length, con
                 const double x = layout->X + (how.align == StringAlignmentCenter ? free / 2
                                               : how.align == StringAlignmentFar  ? free
                                                                                  : 0);
-                cairo_move_to(cairo, x, y);
+                cairo_save(cairo);
+                cairo_translate(cairo, x, y);
+                cairo_scale(cairo, factor, factor);
+                cairo_move_to(cairo, 0, 0);
                 cairo_show_text(cairo, line.text.c_str());
+                cairo_restore(cairo);
+                cairo_new_path(cairo);
                 const double thickness = std::max(1.0, face.pixels / 20);
                 if (face.style & FontStyleUnderline) {
                     cairo_rectangle(cairo, x, y + face.pixels / 10, line.width, thickness);

@@ -67,7 +67,8 @@ void Outline::AddCurves(std::span<const Spot> spots) {
 }
 
 void Outline::AddArc(Spot corner, double width, double height, double startDegrees, double sweepDegrees) {
-    if (!std::isfinite(startDegrees) || !std::isfinite(sweepDegrees)) {
+    if (!std::isfinite(startDegrees) || !std::isfinite(sweepDegrees) || !std::isfinite(width) ||
+        !std::isfinite(height)) {
         return;
     }
     const double sweepLimited = std::clamp(sweepDegrees, -360.0, 360.0);

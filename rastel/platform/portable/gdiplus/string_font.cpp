@@ -66,11 +66,13 @@ cairo_font_face_t* FaceOf(const FontFile& file, unsigned synthesized) {
 
 }   // namespace
 
-void SelectFont(cairo_t* cairo, const FontObject& font) {
-    cairo_set_font_size(cairo, font.pixels);
+double SelectFont(cairo_t* cairo, const FontObject& font) {
+    constexpr double least = 0.1, most = 1e4;
+    const double size = std::clamp(font.pixels, least, most), factor = font.pixels / size;
+    cairo_set_font_size(cairo, size);
     const std::optional<FontFile> file = FileOf(font);
     if (!file) {
-        return;
+        return factor;
     }
     constexpr int boldEnough = 600;
     unsigned synthesized = 0;
@@ -83,6 +85,7 @@ void SelectFont(cairo_t* cairo, const FontObject& font) {
     if (cairo_font_face_t* const face = FaceOf(*file, synthesized)) {
         cairo_set_font_face(cairo, face);
     }
+    return factor;
 }
 
 }   // namespace rastel::platform::gdip

@@ -7,7 +7,8 @@
 
 namespace rastel::platform::gdip {
 
-// Sets face and size. Without any font on the machine cairo's own choice stays.
-void SelectFont(cairo_t* cairo, const FontObject& font);
+// Sets the face, and the size where it is one that cairo's shared fonts survive, else the nearest that is. Returns how
+// many times larger the font is than what was set. Without any font on the machine cairo's own choice stays.
+double SelectFont(cairo_t* cairo, const FontObject& font);
 
 }   // namespace rastel::platform::gdip
