@@ -98,6 +98,9 @@ public:
     Status DrawLine(const Pen* pen, INT x1, INT y1, INT x2, INT y2) {
         return Set(DllExports::GdipDrawLineI(nativeGraphics, Of(pen), x1, y1, x2, y2));
     }
+    Status DrawLine(const Pen* pen, const Point& from, const Point& to) {
+        return DrawLine(pen, from.X, from.Y, to.X, to.Y);
+    }
     Status DrawLines(const Pen* pen, const PointF* points, INT count) {
         return Set(DllExports::GdipDrawLines(nativeGraphics, Of(pen), points, count));
     }
@@ -108,6 +111,7 @@ public:
         return DrawRectangle(pen, Real(x), Real(y), Real(width), Real(height));
     }
     Status DrawRectangle(const Pen* pen, const RectF& r) { return DrawRectangle(pen, r.X, r.Y, r.Width, r.Height); }
+    Status DrawRectangle(const Pen* pen, const Rect& r) { return DrawRectangle(pen, r.X, r.Y, r.Width, r.Height); }
     Status DrawEllipse(const Pen* pen, REAL x, REAL y, REAL width, REAL height) {
         return Set(DllExports::GdipDrawEllipse(nativeGraphics, Of(pen), x, y, width, height));
     }
@@ -115,6 +119,7 @@ public:
         return DrawEllipse(pen, Real(x), Real(y), Real(width), Real(height));
     }
     Status DrawEllipse(const Pen* pen, const RectF& r) { return DrawEllipse(pen, r.X, r.Y, r.Width, r.Height); }
+    Status DrawEllipse(const Pen* pen, const Rect& r) { return DrawEllipse(pen, r.X, r.Y, r.Width, r.Height); }
     Status DrawArc(const Pen* pen, REAL x, REAL y, REAL width, REAL height, REAL start, REAL sweep) {
         return Set(DllExports::GdipDrawArc(nativeGraphics, Of(pen), x, y, width, height, start, sweep));
     }
@@ -149,6 +154,7 @@ public:
         return FillEllipse(brush, Real(x), Real(y), Real(width), Real(height));
     }
     Status FillEllipse(const Brush* brush, const RectF& r) { return FillEllipse(brush, r.X, r.Y, r.Width, r.Height); }
+    Status FillEllipse(const Brush* brush, const Rect& r) { return FillEllipse(brush, r.X, r.Y, r.Width, r.Height); }
     Status FillPie(const Brush* brush, REAL x, REAL y, REAL width, REAL height, REAL start, REAL sweep) {
         return Set(DllExports::GdipFillPie(nativeGraphics, Of(brush), x, y, width, height, start, sweep));
     }
@@ -169,6 +175,9 @@ public:
         return DrawImage(image, Real(x), Real(y), Real(width), Real(height));
     }
     Status DrawImage(Image* image, const RectF& r) { return DrawImage(image, r.X, r.Y, r.Width, r.Height); }
+    Status DrawImage(Image* image, const Rect& r) { return DrawImage(image, r.X, r.Y, r.Width, r.Height); }
+    Status DrawImage(Image* image, const PointF& corner) { return DrawImage(image, corner.X, corner.Y); }
+    Status DrawImage(Image* image, const Point& corner) { return DrawImage(image, corner.X, corner.Y); }
     Status DrawImage(Image* image, const RectF& target, REAL sourceX, REAL sourceY, REAL sourceWidth, REAL sourceHeight,
                      Unit unit) {
         return Set(DllExports::GdipDrawImageRectRect(nativeGraphics, Of(image), target.X, target.Y, target.Width,
@@ -182,6 +191,13 @@ public:
     }
     Status DrawString(const WCHAR* text, INT length, const Font* font, const PointF& origin, const Brush* brush) {
         return DrawString(text, length, font, RectF(origin.X, origin.Y, 0, 0), nullptr, brush);
+    }
+    Status DrawString(const WCHAR* text, INT length, const Font* font, const PointF& origin, const StringFormat* format,
+                      const Brush* brush) {
+        return DrawString(text, length, font, RectF(origin.X, origin.Y, 0, 0), format, brush);
+    }
+    Status MeasureString(const WCHAR* text, INT length, const Font* font, const RectF& layout, RectF* bounds) const {
+        return MeasureString(text, length, font, layout, nullptr, bounds);
     }
     Status MeasureString(const WCHAR* text, INT length, const Font* font, const RectF& layout,
                          const StringFormat* format, RectF* bounds, INT* charactersFitted = nullptr,
