@@ -13,13 +13,17 @@ if(PROJECT_IS_TOP_LEVEL)
 endif()
 
 add_library(rastel_flags INTERFACE)
-target_compile_options(rastel_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow
-  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)   # part of -Wconversion there, as it isn't with g++
+if(MSVC)
+  target_compile_options(rastel_flags INTERFACE /W4 /utf-8)
+else()
+  target_compile_options(rastel_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)   # part of -Wconversion there, as it isn't with g++
+endif()
 # g++ 12 reports overlaps inside std::string that are not there.
 target_compile_options(rastel_flags INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 if(RASTEL_WARNINGS_AS_ERRORS)
-  target_compile_options(rastel_flags INTERFACE -Werror)
+  target_compile_options(rastel_flags INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 if(RASTEL_SANITIZE)
   target_compile_options(rastel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
@@ -34,7 +38,7 @@ endif()
 function(rastel_apply_suffix_flags)
   foreach(file IN LISTS ARGN)
     if(file MATCHES "_avx2\\.cpp$")
-      set(flags -mavx2)
+      set(flags $<IF:$<BOOL:${MSVC}>,/arch:AVX2,-mavx2>)
       if(MINGW)
         # Some of these compilers spill 32-byte values to a stack that Windows aligns to 16.
         list(APPEND flags -Wa,-muse-unaligned-vector-move)
@@ -42,6 +46,13 @@ function(rastel_apply_suffix_flags)
       set_property(SOURCE ${file} TARGET_DIRECTORY rastel APPEND PROPERTY COMPILE_OPTIONS ${flags})
     endif()
   endforeach()
+endfunction()
+
+# rastel_separate_roundings(file...): where the processor can fuse a product and a sum, the compiler must not: each is
+# rounded by itself.
+function(rastel_separate_roundings)
+  set_property(SOURCE ${ARGN} TARGET_DIRECTORY rastel APPEND PROPERTY COMPILE_OPTIONS
+    $<IF:$<BOOL:${MSVC}>,/fp:precise,-ffp-contract=off>)
 endfunction()
 
 # rastel_sources(file...): adds files of the current folder to the library.

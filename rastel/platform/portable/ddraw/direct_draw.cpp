@@ -287,7 +287,11 @@ HRESULT DirectDraw::RestoreDisplayMode() {
     if (ShouldFail("RestoreDisplayMode")) {
         return E_FAIL;
     }
-    const std::lock_guard lock(mutex_);
+    const std::unique_lock lock(mutex_, std::try_to_lock);
+    if (!lock) {
+        return DDERR_LOCKEDSURFACES;   // another thread changes the mode, and may wait for this one's lock on the
+                                       // screen
+    }
     if (!isExclusive_) {
         return DDERR_NOEXCLUSIVEMODE;
     }
@@ -302,7 +306,11 @@ HRESULT DirectDraw::SetCooperativeLevel(HWND, DWORD flags) {
     if (isExclusive == ((flags & DDSCL_NORMAL) != 0) || (isExclusive && !(flags & DDSCL_FULLSCREEN))) {
         return DDERR_INVALIDPARAMS;
     }
-    const std::lock_guard lock(mutex_);
+    const std::unique_lock lock(mutex_, std::try_to_lock);
+    if (!lock) {
+        return DDERR_LOCKEDSURFACES;   // another thread changes the mode, and may wait for this one's lock on the
+                                       // screen
+    }
     if (!isExclusive && !BringBackMode()) {
         return DDERR_LOCKEDSURFACES;
     }
@@ -318,7 +326,11 @@ HRESULT DirectDraw::SetDisplayMode(DWORD width, DWORD height, DWORD bitsPerPixel
     if (ShouldFail("SetDisplayMode")) {
         return E_FAIL;
     }
-    const std::lock_guard lock(mutex_);
+    const std::unique_lock lock(mutex_, std::try_to_lock);
+    if (!lock) {
+        return DDERR_LOCKEDSURFACES;   // another thread changes the mode, and may wait for this one's lock on the
+                                       // screen
+    }
     if (!isExclusive_) {
         return DDERR_NOEXCLUSIVEMODE;
     }
