@@ -41,11 +41,11 @@ void DrawStretches(const Sheet& sheet, const CRect& area) {
     DrawFrame(page, enlarged, ink::edge, 1);
     WriteNote(sheet, enlarged, L"enlarged, pixel by pixel", area);
 
-    // A negative width mirrors: the two halves meet in the middle.
+    // A negative width mirrors, backwards from the last column: the two halves meet in the middle.
     const CRect mirrored(area.right - half, area.top, area.right, area.top + upperHeight);
     const int middle = mirrored.left + mirrored.Width() / 2;
     CRect plain(mirrored.left, mirrored.top, middle, mirrored.bottom);
-    CRect turned(mirrored.right, mirrored.top, middle, mirrored.bottom);
+    CRect turned(mirrored.right - 1, mirrored.top, middle - 1, mirrored.bottom);
     CSurface& coffee = sheet.stock.Photo(2);
     CRect part = CoverOf(CSize(coffee.GetWidth(), coffee.GetHeight()), plain.Size());
     page.StretchBlt(&plain, coffee, &part, nullptr);
@@ -67,9 +67,9 @@ void DrawStretches(const Sheet& sheet, const CRect& area) {
             page.FillColor(&cell, RGB(24, 28, 40), nullptr);
             target.DeflateRect(cell.Width() / 5, cell.Height() / 5);
         } else if (index >= 2) {
-            std::swap(target.top, target.bottom);
+            target.SetRect(cell.left, cell.bottom - 1, cell.right, cell.top - 1);
             if (index == 3) {
-                std::swap(target.left, target.right);
+                target.SetRect(cell.right - 1, target.top, cell.left - 1, target.bottom);
             }
         }
         page.StretchBlt(&target, photo, &source, nullptr);

@@ -84,6 +84,7 @@ public:
     virtual int BltTexturedTriangleTrans(FACE3D& face, CSurface& src, DWORD key, CRect* pClip);
     virtual int BltTexturedTriangleAlpha(FACE3D& face, CSurface& src, CAlphaChannel& alpha, CRect* pClip);
 
-    // Picks pixels (see docs/arithmetic.md). Equal sizes are a CopyBlt. A negative size mirrors.
+    // Picks pixels (see docs/arithmetic.md). Equal sizes are a CopyBlt. A negative size mirrors, backwards
+    // from its corner, which is part of it.
     virtual int StretchBlt(CRect* pDstRect, CSurface& src, CRect* pSrcRect, CRect* pClip);
 };
