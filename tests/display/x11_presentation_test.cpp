@@ -68,6 +68,8 @@ protected:
         return client->Shown(area);
     }
 
+    void KillServer() { server_->Kill(); }
+
 private:
     std::unique_ptr<XServer> server_;
 
@@ -131,6 +133,30 @@ TEST_P(X11Presentation, ConvertedPicturesAreCloseToTheirColoursOnAPalette) {
                     std::abs(color.rgbRed - static_cast<int>(words[i] >> 16 & 0xFF));
     }
     EXPECT_LT(distance / static_cast<long long>(words.size()), 60);
+}
+
+TEST_P(X11Presentation, AServerThatGoesAwayTakesOnlyThePictureWithIt) {
+    const Reference<CSurface> chart = Chart(100, 80);
+    const HWND window = client->MakeWindow({20, 30, 110, 100});
+    ASSERT_EQ(primary->SetWindow(window), 1);
+    ASSERT_EQ(primary->Blt(0, 0, *chart, nullptr), 1);
+    client.reset();
+    KillServer();
+    for (const CPrimarySurface::BltFunction way :
+         {static_cast<CPrimarySurface::BltFunction>(&OpenPrimary::BltStretchDIBits),
+          static_cast<CPrimarySurface::BltFunction>(&OpenPrimary::BltBuffered),
+          static_cast<CPrimarySurface::BltFunction>(&OpenPrimary::BltDirect),
+          static_cast<CPrimarySurface::BltFunction>(&OpenPrimary::BltNoConvert)}) {
+        primary->m_pfnBlt = way;
+        primary->Blt(0, 0, *chart, nullptr);   // whatever it says, it comes back
+    }
+    EXPECT_EQ(::IsWindow(window), FALSE);
+    EXPECT_EQ(primary->GetDisplayDC(), nullptr);
+    EXPECT_EQ(manager->SetMode(640, 480, 32), 0);
+    EXPECT_NE(chart->FillColor(nullptr, 0x123456, nullptr), 0);   // memory is there all the same
+    manager->WaitForVerticalBlank();
+    primary->Destroy();
+    EXPECT_EQ(primary->Initialize(manager.get()), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Depths, X11Presentation, ::testing::ValuesIn(variants),

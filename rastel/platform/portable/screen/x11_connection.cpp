@@ -15,11 +15,12 @@ bool IsPending() {
 
 }   // namespace
 
-SigpipeGuard::SigpipeGuard() : wasPending_(IsPending()) {
+SigpipeGuard::SigpipeGuard() {
     sigset_t block;
     sigemptyset(&block);
     sigaddset(&block, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &block, &before_);
+    wasPending_ = sigismember(&before_, SIGPIPE) == 1 && IsPending();   // one that wasn't blocked has arrived
 }
 
 SigpipeGuard::~SigpipeGuard() {
