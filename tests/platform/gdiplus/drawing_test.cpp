@@ -4,7 +4,7 @@
 #include <climits>
 #include <limits>
 
-#include "rastel/platform/gdiplus.h"
+#include "tests/platform/contract/gdiplus_canvas.h"
 
 namespace {
 
@@ -18,27 +18,11 @@ using Gdiplus::Rect;
 using Gdiplus::RectF;
 using Gdiplus::SolidBrush;
 
-constexpr DWORD red = 0xFFFF0000, green = 0xFF00FF00, faint = 0x03C86432;
+using rastel::test::faint;
+using rastel::test::green;
+using rastel::test::red;
 
-class GdiplusDrawing : public ::testing::Test {
-protected:
-    DWORD At(int x, int y) {
-        Color color;
-        EXPECT_EQ(bitmap.GetPixel(x, y, &color), Gdiplus::Ok);
-        return color.GetValue();
-    }
-    int Count(DWORD value) {
-        int count = 0;
-        for (int i = 0; i < 40 * 30; ++i) {
-            count += At(i % 40, i / 40) == value;
-        }
-        return count;
-    }
-
-    Bitmap bitmap{40, 30, PixelFormat32bppARGB};
-    Graphics graphics{&bitmap};
-    SolidBrush redBrush{Color(red)};
-};
+using GdiplusDrawing = rastel::test::GdiplusCanvas;
 
 TEST_F(GdiplusDrawing, StraightOverStraight) {
     graphics.Clear(Color(0x800000FF));
