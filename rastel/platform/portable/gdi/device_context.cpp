@@ -1,6 +1,7 @@
 #include "rastel/platform/portable/gdi/device_context.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "rastel/platform/portable/gdi/pixel_color.h"
 
@@ -185,13 +186,33 @@ bool DrawInside(DeviceContext& context, const RECT& bounds, Access access, const
     return DrawInside(context, clip, access, draw);
 }
 
+namespace {
+
+// The rectangles of the clip, those of more than so many bytes in several.
+std::vector<RECT> BandsOf(const Region& clip, std::int64_t mostBytes) {
+    std::vector<RECT> bands;
+    for (const RECT& rect : clip.Rects()) {
+        const std::int64_t rowBytes = (std::int64_t{rect.right} - rect.left) * 4;
+        const std::int64_t height = std::int64_t{rect.bottom} - rect.top;
+        const std::int64_t rows =
+            mostBytes > 0 && rowBytes > 0 ? std::max<std::int64_t>(mostBytes / rowBytes, 1) : height;
+        for (RECT band = rect; band.top < rect.bottom; band.top = band.bottom) {
+            band.bottom = static_cast<LONG>(std::min<std::int64_t>(rect.bottom, band.top + rows));
+            bands.push_back(band);
+        }
+    }
+    return bands;
+}
+
+}   // namespace
+
 bool DrawInside(DeviceContext& context, const Region& clip, Access access, const DrawArea& draw) {
     if (context.IsMemory()) {
         DrawOnBitmap(BitmapCanvas(context), clip, draw);
         return true;
     }
     const std::shared_ptr<DisplayDevice> display = Display();
-    for (const RECT& area : clip.Rects()) {
+    for (const RECT& area : BandsOf(clip, access == Access::Write ? display->BandBytes() : 0)) {
         Canvas canvas;
         canvas.origin = {area.left, area.top};
         const DisplayAccess granted(*display, TargetWindow(context), area, access, &canvas.pixels);

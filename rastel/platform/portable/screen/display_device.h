@@ -1,6 +1,7 @@
 // One display: its size, depth, windows and pixels. GDI draws through it; nothing above the platform layer sees it.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,6 +54,10 @@ public:
     // What other windows hide reads as anything, what is off the screen as 0; writing to either does nothing.
     virtual bool BeginAccess(HWND window, const RECT& area, Access access, PixelBuffer* pixels) = 0;
     virtual void EndAccess() = 0;
+
+    // How many bytes a writing access is best made of; 0: any number. A display that shows one piece while the next is
+    // being written likes them small.
+    virtual std::int64_t BandBytes() const { return 0; }
 
     // The display's colour table: 256 entries on 8-bit indexed displays, none otherwise. The fixed entries, the
     // first and the last ten, can't be changed.

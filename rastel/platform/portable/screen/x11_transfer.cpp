@@ -35,7 +35,9 @@ X11Transfer::X11Transfer(X11Connection& connection)
 }
 
 X11Transfer::~X11Transfer() {
-    Clear();
+    for (Block& block : blocks_) {
+        Clear(block);
+    }
 }
 
 bool X11Transfer::CanShare() {
@@ -50,23 +52,24 @@ bool X11Transfer::CanShare() {
 }
 
 unsigned char* X11Transfer::Reserve(std::int64_t bytes) {
-    WaitForServer();
-    return bytes <= bytes_ || Grow(bytes) ? bits_ : nullptr;
+    block_ = block_ == &blocks_[0] ? &blocks_[1] : &blocks_[0];
+    WaitForServer(*block_);
+    return bytes <= block_->bytes || Grow(*block_, bytes) ? block_->bits : nullptr;
 }
 
-bool X11Transfer::Grow(std::int64_t bytes) {
-    Clear();
-    if (!isShared_ || !Share(bytes)) {
-        if (!own_.Allocate(bytes)) {
+bool X11Transfer::Grow(Block& block, std::int64_t bytes) {
+    Clear(block);
+    if (!isShared_ || !Share(block, bytes)) {
+        if (!block.own.Allocate(bytes)) {
             return false;
         }
-        bits_ = own_.Data();
-        bytes_ = bytes;
+        block.bits = block.own.Data();
+        block.bytes = bytes;
     }
     return true;
 }
 
-bool X11Transfer::Share(std::int64_t bytes) {
+bool X11Transfer::Share(Block& block, std::int64_t bytes) {
     constexpr std::int64_t kStep = 1 << 18;   // so that a slightly larger picture doesn't need a new one
     const std::int64_t rounded = (bytes + kStep - 1) / kStep * kStep;
     if (bytes <= 0 || rounded > INT32_MAX) {
@@ -94,39 +97,37 @@ bool X11Transfer::Share(std::int64_t bytes) {
         munmap(bits, static_cast<std::size_t>(rounded));
         return false;
     }
-    bits_ = static_cast<unsigned char*>(bits);
-    bytes_ = rounded;
-    segment_ = segment;
+    block.bits = static_cast<unsigned char*>(bits);
+    block.bytes = rounded;
+    block.segment = segment;
     return true;
 }
 
-void X11Transfer::Clear() {
-    if (fence_) {
-        xcb_discard_reply(xcb_, fence_->sequence);
-        fence_.reset();
+void X11Transfer::Clear(Block& block) {
+    if (block.fence) {
+        xcb_discard_reply(xcb_, block.fence->sequence);
     }
-    if (segment_ != 0) {
-        xcb_shm_detach(xcb_, segment_);   // takes its turn behind any put that is still to come
-        munmap(bits_, static_cast<std::size_t>(bytes_));
-        segment_ = 0;
+    if (block.segment != 0) {
+        xcb_shm_detach(xcb_, block.segment);   // takes its turn behind any put that is still to come
+        munmap(block.bits, static_cast<std::size_t>(block.bytes));
     }
-    own_ = {};
-    bits_ = nullptr;
-    bytes_ = 0;
+    block = {};
 }
 
-void X11Transfer::WaitForServer() {
-    if (fence_) {
-        std::free(xcb_get_input_focus_reply(xcb_, *fence_, nullptr));
-        fence_.reset();
+void X11Transfer::WaitForServer(Block& block) {
+    if (block.fence) {
+        std::free(xcb_get_input_focus_reply(xcb_, *block.fence, nullptr));
+        block.fence.reset();
     }
 }
 
 void X11Transfer::Finish() {
-    if (!fence_) {
-        fence_ = xcb_get_input_focus(xcb_);
+    if (!block_->fence) {
+        block_->fence = xcb_get_input_focus(xcb_);
     }
-    WaitForServer();
+    for (Block& block : blocks_) {
+        WaitForServer(block);
+    }
 }
 
 xcb_gcontext_t X11Transfer::GraphicsContext(int depth, Inferiors inferiors) {
@@ -151,22 +152,22 @@ xcb_gcontext_t X11Transfer::GraphicsContext(int depth, Inferiors inferiors) {
 X11Transfer::Fetched X11Transfer::Fetch(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout,
                                         std::int64_t offset) {
     const std::int64_t bytes = layout.PitchOf(Width(area)) * Height(area);
-    if (bits_ == nullptr || offset < 0 || offset + bytes > bytes_) {
+    if (block_->bits == nullptr || offset < 0 || offset + bytes > block_->bytes) {
         return Fetched::Refused;
     }
     const Fetched fetched =
-        segment_ != 0 ? FetchShared(drawable, area, offset) : FetchPlain(drawable, area, layout, offset);
+        block_->segment != 0 ? FetchShared(drawable, area, offset) : FetchPlain(drawable, area, layout, offset);
     if (fetched == Fetched::All) {
-        layout.FromServer(bits_ + offset, Width(area), Height(area));
+        layout.FromServer(block_->bits + offset, Width(area), Height(area));
     }
     return fetched;
 }
 
 X11Transfer::Fetched X11Transfer::FetchShared(xcb_drawable_t drawable, const RECT& area, std::int64_t offset) {
-    const auto cookie =
-        xcb_shm_get_image(xcb_, drawable, static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
-                          static_cast<std::uint16_t>(Width(area)), static_cast<std::uint16_t>(Height(area)),
-                          ~std::uint32_t{0}, XCB_IMAGE_FORMAT_Z_PIXMAP, segment_, static_cast<std::uint32_t>(offset));
+    const auto cookie = xcb_shm_get_image(
+        xcb_, drawable, static_cast<std::int16_t>(area.left), static_cast<std::int16_t>(area.top),
+        static_cast<std::uint16_t>(Width(area)), static_cast<std::uint16_t>(Height(area)), ~std::uint32_t{0},
+        XCB_IMAGE_FORMAT_Z_PIXMAP, block_->segment, static_cast<std::uint32_t>(offset));
     xcb_generic_error_t* raw = nullptr;
     const XReply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(xcb_, cookie, &raw));
     const XReply<xcb_generic_error_t> error(raw);
@@ -192,25 +193,25 @@ X11Transfer::Fetched X11Transfer::FetchPlain(xcb_drawable_t drawable, const RECT
         if (xcb_get_image_data_length(reply.get()) < pitch * rows) {
             return Fetched::Refused;
         }
-        std::memcpy(bits_ + offset + pitch * top, xcb_get_image_data(reply.get()),
+        std::memcpy(block_->bits + offset + pitch * top, xcb_get_image_data(reply.get()),
                     static_cast<std::size_t>(pitch * rows));
     }
     return Fetched::All;
 }
 
 void X11Transfer::Put(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout, Inferiors inferiors) {
-    if (bits_ == nullptr || layout.PitchOf(Width(area)) * Height(area) > bytes_) {
+    if (block_->bits == nullptr || layout.PitchOf(Width(area)) * Height(area) > block_->bytes) {
         return;
     }
     const xcb_gcontext_t context = GraphicsContext(layout.depth, inferiors);
-    layout.ToServer(bits_, Width(area), Height(area));
-    if (segment_ != 0) {
+    layout.ToServer(block_->bits, Width(area), Height(area));
+    if (block_->segment != 0) {
         xcb_shm_put_image(xcb_, drawable, context, static_cast<std::uint16_t>(Width(area)),
                           static_cast<std::uint16_t>(Height(area)), 0, 0, static_cast<std::uint16_t>(Width(area)),
                           static_cast<std::uint16_t>(Height(area)), static_cast<std::int16_t>(area.left),
                           static_cast<std::int16_t>(area.top), static_cast<std::uint8_t>(layout.depth),
-                          XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment_, 0);
-        fence_ = xcb_get_input_focus(xcb_);
+                          XCB_IMAGE_FORMAT_Z_PIXMAP, 0, block_->segment, 0);
+        block_->fence = xcb_get_input_focus(xcb_);
     } else {
         PutPlain(drawable, context, area, layout);
     }
@@ -231,7 +232,7 @@ void X11Transfer::PutPlain(xcb_drawable_t drawable, xcb_gcontext_t context, cons
         xcb_put_image(xcb_, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, context, static_cast<std::uint16_t>(Width(area)),
                       static_cast<std::uint16_t>(rows), static_cast<std::int16_t>(area.left),
                       static_cast<std::int16_t>(area.top + top), 0, static_cast<std::uint8_t>(layout.depth),
-                      static_cast<std::uint32_t>(pitch * rows), bits_ + pitch * top);
+                      static_cast<std::uint32_t>(pitch * rows), block_->bits + pitch * top);
     }
 }
 

@@ -24,8 +24,7 @@ public:
     bool UsesSharedMemory() const { return isShared_; }
 
     // A block that the server is not reading from, until the next call. Its contents are anything. Null: no memory.
-    // One block will do: whoever begins a picture asks the server for its window first, and by the time that is
-    // answered the picture before has been shown. A second one was measured and gained nothing.
+    // There are two by turns: one is filled while the server reads the other.
     unsigned char* Reserve(std::int64_t bytes);
 
     // Reads `area` of a drawable to `offset` in the reserved block, in rows of the layout's own pitch.
@@ -40,11 +39,19 @@ public:
     void Finish();   // waits until the server has done all of it
 
 private:
+    struct Block {
+        unsigned char* bits = nullptr;
+        std::int64_t bytes = 0;
+        xcb_shm_seg_t segment = 0;                           // 0: not shared
+        PixelMemory own;                                     // where it is not shared
+        std::optional<xcb_get_input_focus_cookie_t> fence;   // answered when the server is through with it
+    };
+
     bool CanShare();
-    bool Grow(std::int64_t bytes);
-    bool Share(std::int64_t bytes);
-    void Clear();
-    void WaitForServer();
+    bool Grow(Block& block, std::int64_t bytes);
+    bool Share(Block& block, std::int64_t bytes);
+    void Clear(Block& block);
+    void WaitForServer(Block& block);
     xcb_gcontext_t GraphicsContext(int depth, Inferiors inferiors);
     Fetched FetchShared(xcb_drawable_t drawable, const RECT& area, std::int64_t offset);
     Fetched FetchPlain(xcb_drawable_t drawable, const RECT& area, const PixelLayout& layout, std::int64_t offset);
@@ -53,12 +60,9 @@ private:
     X11Connection& connection_;
     xcb_connection_t* const xcb_;
     bool isShared_;
-    unsigned char* bits_ = nullptr;
-    std::int64_t bytes_ = 0;
-    xcb_shm_seg_t segment_ = 0;                           // 0: not shared
-    PixelMemory own_;                                     // where it is not shared
-    std::optional<xcb_get_input_focus_cookie_t> fence_;   // answered when the server is through with the block
-    std::map<int, xcb_gcontext_t> contexts_;              // by depth; negative: for Inferiors::Drawn
+    Block blocks_[2];
+    Block* block_ = &blocks_[0];               // the reserved one
+    std::map<int, xcb_gcontext_t> contexts_;   // by depth; negative: for Inferiors::Drawn
 };
 
 }   // namespace rastel::platform
