@@ -8,6 +8,7 @@
 
 #include "rastel/platform/portable/screen/access_turn.h"
 #include "rastel/platform/portable/screen/frame_clock.h"
+#include "rastel/platform/portable/screen/x11_blank.h"
 #include "rastel/platform/portable/screen/x11_connection.h"
 #include "rastel/platform/portable/screen/x11_layout.h"
 #include "rastel/platform/portable/screen/x11_modes.h"
@@ -63,7 +64,8 @@ struct Server {
 
 class X11Display : public DisplayDevice {
 public:
-    explicit X11Display(std::unique_ptr<Server> server) : server_(std::move(server)) {}
+    X11Display(std::unique_ptr<Server> server, std::string name)
+        : server_(std::move(server)), blank_(std::move(name)) {}
     ~X11Display() override;
 
     std::wstring Kind() const override { return L"x11"; }
@@ -126,6 +128,7 @@ private:
     AccessTurn turn_;
     Current current_;
     X11Colors accessColors_{};
+    X11Blank blank_;
 };
 
 X11Display::Look::Look(const X11Display& display) : lock_(display.mutex_) {
@@ -357,7 +360,9 @@ bool X11Display::SetSystemPalette(int first, const std::vector<RGBQUAD>& colors)
 }
 
 void X11Display::WaitForBlank() {
-    WaitForTick(Mode().refreshHz);
+    if (!blank_.Wait()) {
+        WaitForTick(Mode().refreshHz);
+    }
 }
 
 void X11Display::Flush() {
@@ -381,7 +386,7 @@ std::shared_ptr<DisplayDevice> ConnectX11Display(const char* name, std::wstring*
     }
     const PixelLayout screenLayout = *screen;
     auto server = std::make_unique<Server>(std::move(connection), screenLayout, std::move(layouts));
-    auto display = std::make_shared<X11Display>(std::move(server));
+    auto display = std::make_shared<X11Display>(std::move(server), name != nullptr ? name : "");
     // What is still told when the server has gone.
     display->Mode();
     display->Name();
