@@ -24,7 +24,7 @@ private:
 void LetScreenShow();   // what was drawn
 COLORREF ScreenColor(int x, int y);
 
-// As close as a screen of 15 or 16 bits keeps a colour.
+// As close as this screen keeps a colour: by the top bits of its channels, or by the nearest of a palette.
 bool IsClose(COLORREF shown, COLORREF wanted);
 
 }   // namespace rastel::test
