@@ -55,10 +55,11 @@ void CopyAlongRow(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWa
     }
 }
 
+constexpr int longSpan = 16;   // below, the call costs more than it saves
+
 // Across the rows of the texture.
 template <int bytesPerPixel>
 void CopyAcross(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk walk) {
-    constexpr int longSpan = 16;   // below, the call costs more than it saves
     if (count >= longSpan) {
         const auto copy = bytesPerPixel == 4 ? kernels::Rows().textureRow : kernels::Rows().textureBytesRow;
         copy(target, step.bits, static_cast<int>(step.pitch), count, walk.u, walk.v, walk.stepU, walk.stepV);
@@ -67,11 +68,15 @@ void CopyAcross(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk
     }
 }
 
+// v moves one way only, so a span that ends on the row it began on never left it.
+inline bool StaysOnRow(const TexelWalk& walk, int count) {
+    return walk.Row() == walk.After(count - 1).Row();
+}
+
 // DrawSpan: all texels lie inside the texture; count is at least 1.
 template <int bytesPerPixel>
 void DrawSpan(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk walk) {
-    // v moves one way only, so a span that ends on the row it began on never left it.
-    if (walk.Row() != walk.After(count - 1).Row()) {
+    if (!StaysOnRow(walk, count)) {
         CopyAcross(step, target, count, walk);
         return;
     }
@@ -87,6 +92,10 @@ void DrawSpan(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk w
 constexpr int scratchPixels = 256;
 
 inline void DrawSpan(KeyStep step, BYTE* target, int count, TexelWalk walk) {
+    if (!StaysOnRow(walk, count)) {
+        step.CombineAcross(target, count, walk);
+        return;
+    }
     BYTE texels[scratchPixels * 4];
     for (; count > 0; count -= scratchPixels, target += sizeof(texels), walk = walk.After(scratchPixels)) {
         const int part = std::min(count, scratchPixels);
@@ -96,6 +105,10 @@ inline void DrawSpan(KeyStep step, BYTE* target, int count, TexelWalk walk) {
 }
 
 inline void DrawSpan(BlendStep step, BYTE* target, int count, TexelWalk walk) {
+    if (!StaysOnRow(walk, count)) {
+        step.CombineAcross(target, count, walk);
+        return;
+    }
     BYTE texels[scratchPixels * 4], coverage[scratchPixels];
     for (; count > 0; count -= scratchPixels, target += sizeof(texels), walk = walk.After(scratchPixels)) {
         const int part = std::min(count, scratchPixels);

@@ -1,8 +1,9 @@
 // What texels do to pixels of the target, in four ways. A step is built over locked stores and knows nothing of
 // triangles.
 //
-// A copy is drawn straight into the target. The others go through it: their texels are copied side by side into a
-// scratch row first, so that what they do there, Combine, is a plain loop over neighbours.
+// A copy is drawn straight into the target. The others, on one row of the texture, have their texels copied side by
+// side into a scratch row first, so that what they do there, Combine, is a plain loop over neighbours. Across the rows
+// that would cost more than it saves, and CombineAcross does both at once.
 #pragma once
 
 #include <cstddef>
@@ -12,6 +13,7 @@
 #include "rastel/platform/types.h"
 #include "rastel/surface/kernels.h"
 #include "rastel/surface/pixel_lock.h"
+#include "rastel/surface/texel_walk.h"
 
 namespace rastel::raster {
 
@@ -36,6 +38,10 @@ struct KeyStep {
     void Combine(BYTE* target, const BYTE* texels, int count) const {
         kernels::Rows().keyCopyRect(target, 0, texels, 0, count, 1, key);
     }
+    void CombineAcross(BYTE* target, int count, const kernels::TexelWalk& walk) const {
+        kernels::Rows().textureKeyRow(target, source.bits, static_cast<int>(source.pitch), count, walk.u, walk.v,
+                                      walk.stepU, walk.stepV, key);
+    }
     void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), 1); }
 
     CopyStep<4> source;
@@ -49,6 +55,10 @@ struct BlendStep {
 
     static void Combine(BYTE* target, const BYTE* texels, const BYTE* coverage, int count) {
         kernels::Rows().textureBlendRow(target, texels, coverage, count);
+    }
+    void CombineAcross(BYTE* target, int count, const kernels::TexelWalk& walk) const {
+        kernels::Rows().texturePlaneRow(target, source.bits, static_cast<int>(source.pitch), plane.bits,
+                                        static_cast<int>(plane.pitch), count, walk.u, walk.v, walk.stepU, walk.stepV);
     }
     void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), plane.At(u, v), 1); }
 

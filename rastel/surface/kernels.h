@@ -100,6 +100,12 @@ struct RowTable {
     // The same for a plane's bytes.
     void (*textureBytesRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
                             DWORD stepV);
+    // The same onto a target, as keyCopyRect and as textureBlendRow do it; the plane's byte is the one at the texel's
+    // column and row.
+    void (*textureKeyRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                          DWORD stepV, DWORD key);
+    void (*texturePlaneRow)(BYTE* target, const BYTE* source, int sourcePitch, const BYTE* plane, int planePitch,
+                            int count, DWORD u, DWORD v, DWORD stepU, DWORD stepV);
     // For each colour byte (target * (256 - w) + source * w) >> 8, w the plane's byte, but 256 for 255; the target
     // keeps its alpha byte.
     void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);

@@ -194,44 +194,113 @@ struct Vec {
                                    quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
     }
 
-    // Runs `gather(x, indexes)` for every whole vector of texels; how many texels those were. An index is the texel's
-    // row times the pitch, in texels, plus its column. Rows and columns fit 16 bits, and so must the pitch.
-    template <class Gather>
-    static int ForTexels(int pitch, int count, const TexelWalk& walk, Gather gather) {
-        if (pitch > 32767 || pitch < -32768) {
-            return 0;
+    // Textures. Runs `group(x, places, again)` for texels x to x + 7 until all are done; of the last group, the first
+    // `again` have been done before. A place is the texel's row in the low word and its column in the high one. False,
+    // and nothing is done, for fewer texels than a group has.
+    template <class Group>
+    static bool ForTexels(int count, const TexelWalk& walk, Group group) {
+        if (count < 8) {
+            return false;
         }
         const V order = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
         const auto lanes = [=](DWORD first, DWORD step) {
             return Add32(Set32(first), _mm256_mullo_epi32(order, Set32(step)));
         };
-        V u = lanes(walk.u, walk.stepU), v = lanes(walk.v, walk.stepV);
         const V nextU = Set32(walk.stepU * 8), nextV = Set32(walk.stepV * 8);
-        const V factors = Set32((static_cast<DWORD>(pitch) & 0xFFFF) | 0x10000);
-        int x = 0;
-        for (; x + 8 <= count; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
-            const V rowsAndColumns = _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA);
-            gather(x, _mm256_madd_epi16(rowsAndColumns, factors));
-        }
-        return x;
-    }
-    static int GatherTexels(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
-        if (pitch % 4 != 0) {
-            return 0;
-        }
-        return ForTexels(pitch / 4, count, walk, [=](int x, V indexes) {
-            Store(target + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(source), indexes, 4));
-        });
-    }
-    // One load a byte: the processors' own gather knows words only, and is no faster.
-    static int GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
-        return ForTexels(pitch, count, walk, [=](int x, V indexes) {
-            alignas(32) int places[8];
-            Store(reinterpret_cast<BYTE*>(places), indexes);
-            for (int i = 0; i < 8; ++i) {
-                target[x + i] = source[places[i]];
+        for (int first = 0, end = count & ~7;; first = count - 8, end = count) {
+            const TexelWalk from = walk.After(first);
+            V u = lanes(from.u, walk.stepU), v = lanes(from.v, walk.stepV);
+            const int again = end == count ? -count & 7 : 0;
+            for (int x = first; x < end; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
+                group(x, _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA), again);
             }
-        });
+            if (end == count) {
+                return true;
+            }
+        }
+    }
+    // How far from the first texel places lie, in texels, by a multiplication with the pitch in texels. Rows and
+    // columns fit 16 bits, and so must the pitch.
+    static bool FitsWord(int pitch) { return pitch <= 32767 && pitch >= -32768; }
+    static V PlaceFactors(int pitch) { return Set32((static_cast<DWORD>(pitch) & 0xFFFF) | 0x10000); }
+    // Indexes out of the register by twos, which is cheaper than one by one and than through memory.
+    struct Eight {
+        explicit Eight(V indexes) {
+            const auto two = [this](int i, std::int64_t both) {
+                at[i] = static_cast<int>(both);
+                at[i + 1] = both >> 32;
+            };
+            const __m128i low = _mm256_castsi256_si128(indexes), high = _mm256_extracti128_si256(indexes, 1);
+            two(0, _mm_cvtsi128_si64(low));
+            two(2, _mm_extract_epi64(low, 1));
+            two(4, _mm_cvtsi128_si64(high));
+            two(6, _mm_extract_epi64(high, 1));
+        }
+        std::ptrdiff_t at[8];
+    };
+    // Loads one by one, which beats the processors' own gather.
+    static V TexelsAt(const BYTE* source, const Eight& indexes) {
+        const auto texel = [=, &indexes](int i) {
+            int bits;
+            std::memcpy(&bits, source + indexes.at[i] * 4, sizeof(bits));
+            return bits;
+        };
+        const auto four = [=](int i) {
+            return _mm_unpacklo_epi64(_mm_insert_epi32(_mm_cvtsi32_si128(texel(i)), texel(i + 1), 1),
+                                      _mm_insert_epi32(_mm_cvtsi32_si128(texel(i + 2)), texel(i + 3), 1));
+        };
+        return _mm256_inserti128_si256(_mm256_castsi128_si256(four(0)), four(4), 1);
+    }
+    static __m128i BytesAt(const BYTE* source, const Eight& indexes) {
+        const auto four = [=, &indexes](int i) {
+            __m128i bytesThere = _mm_cvtsi32_si128(source[indexes.at[i]]);
+            bytesThere = _mm_insert_epi8(bytesThere, source[indexes.at[i + 1]], 1);
+            bytesThere = _mm_insert_epi8(bytesThere, source[indexes.at[i + 2]], 2);
+            return _mm_insert_epi8(bytesThere, source[indexes.at[i + 3]], 3);
+        };
+        return _mm_unpacklo_epi32(four(0), four(4));
+    }
+    // use(x, texels), a texel perhaps twice.
+    template <class Use>
+    static bool GatherTexels(const BYTE* source, int pitch, int count, const TexelWalk& walk, Use use) {
+        const V factors = PlaceFactors(pitch / 4);
+        return pitch % 4 == 0 && FitsWord(pitch / 4) && ForTexels(count, walk, [=](int x, V places, int) {
+                   use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
+               });
+    }
+    // use(x, texels, coverage), with the plane's bytes as by CoverageWords, but 0 for a texel that comes again. Texels
+    // of no coverage may be left out.
+    template <class Use>
+    static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, int count,
+                              const TexelWalk& walk, Use use) {
+        const V factors = PlaceFactors(pitch / 4), planeFactors = PlaceFactors(planePitch);
+        return pitch % 4 == 0 && FitsWord(pitch / 4) && FitsWord(planePitch) &&
+               ForTexels(count, walk, [=](int x, V places, int again) {
+                   __m128i coverage = BytesAt(plane, Eight(_mm256_madd_epi16(places, planeFactors)));
+                   if (again != 0) {
+                       const __m128i bits = _mm_cvtsi32_si128(again * 8);
+                       coverage = _mm_sll_epi64(_mm_srl_epi64(coverage, bits), bits);
+                   }
+                   if (!_mm_testz_si128(coverage, coverage)) {
+                       use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))), RepeatedWords(coverage));
+                   }
+               });
+    }
+    static bool GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
+        const V factors = PlaceFactors(pitch);
+        return FitsWord(pitch) && ForTexels(count, walk, [=](int x, V places, int) {
+                   const Eight indexes(_mm256_madd_epi16(places, factors));
+                   _mm_storel_epi64(reinterpret_cast<__m128i*>(target + x), BytesAt(source, indexes));
+               });
+    }
+    // Each of the low 8 bytes as two words.
+    static V RepeatedWords(__m128i eightBytes) {
+        const V order = _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, 4, -1, 4, -1, 5, -1, 5,
+                                         -1, 6, -1, 6, -1, 7, -1, 7, -1);
+        return _mm256_shuffle_epi8(_mm256_broadcastq_epi64(eightBytes), order);
+    }
+    static V CoverageWords(const BYTE* at) {   // of one vector of pixels
+        return RepeatedWords(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(at)));
     }
 
     // Filters.

@@ -219,6 +219,32 @@ void TextureBlendRow(BYTE* target, const BYTE* source, const BYTE* alpha, int co
     }
 }
 
+// `combine(target, walk)` for each pixel of a row.
+template <class Combine>
+void AlongLine(BYTE* target, int count, const TexelWalk& walk, Combine combine) {
+    for (int i = 0; i < count; ++i) {
+        combine(target + i * 4, walk.After(i));
+    }
+}
+
+const BYTE* TexelAt(const BYTE* source, std::ptrdiff_t pitch, const TexelWalk& at, int bytesPerPixel) {
+    return source + at.Row() * pitch + static_cast<std::ptrdiff_t>(at.Column()) * bytesPerPixel;
+}
+
+void TextureKeyRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
+                   DWORD stepV, DWORD key) {
+    AlongLine(target, count, {u, v, stepU, stepV}, [=](BYTE* t, const TexelWalk& at) {
+        KeyCopyRect(t, 0, TexelAt(source, sourcePitch, at, 4), 0, 1, 1, key);
+    });
+}
+
+void TexturePlaneRow(BYTE* target, const BYTE* source, int sourcePitch, const BYTE* plane, int planePitch, int count,
+                     DWORD u, DWORD v, DWORD stepU, DWORD stepV) {
+    AlongLine(target, count, {u, v, stepU, stepV}, [=](BYTE* t, const TexelWalk& at) {
+        TextureBlendRow(t, TexelAt(source, sourcePitch, at, 4), TexelAt(plane, planePitch, at, 1), 1);
+    });
+}
+
 // One pixel as the display's word, its channels cut.
 template <class Word>
 void WordsRow(BYTE* target, const BYTE* source, int width, Word word) {
@@ -281,6 +307,8 @@ const RowTable plainTable = {
     .dilateRow = DilateRow,
     .textureRow = TextureRow,
     .textureBytesRow = TextureBytesRow,
+    .textureKeyRow = TextureKeyRow,
+    .texturePlaneRow = TexturePlaneRow,
     .textureBlendRow = TextureBlendRow,
     .to555Row = To555Row,
     .to565Row = To565Row,

@@ -134,8 +134,20 @@ struct Vec {
                    _mm_set1_epi16(-32768));
     }
 
-    static int GatherTexels(BYTE*, const BYTE*, int, int, const TexelWalk&) { return 0; }
-    static int GatherBytes(BYTE*, const BYTE*, int, int, const TexelWalk&) { return 0; }
+    // Textures. Nothing is gathered in this set.
+    template <class Use>
+    static bool GatherTexels(const BYTE*, int, int, const TexelWalk&, Use) {
+        return false;
+    }
+    template <class Use>
+    static bool GatherCovered(const BYTE*, int, const BYTE*, int, int, const TexelWalk&, Use) {
+        return false;
+    }
+    static bool GatherBytes(BYTE*, const BYTE*, int, int, const TexelWalk&) { return false; }
+    static V CoverageWords(const BYTE* at) {   // of one vector of pixels
+        const V words = WidenLow(LoadQuarter(at));
+        return _mm_unpacklo_epi16(words, words);
+    }
 
     // Filters.
     static DWORD SignBits(V a) { return static_cast<DWORD>(_mm_movemask_epi8(a)); }

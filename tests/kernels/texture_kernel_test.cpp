@@ -1,6 +1,7 @@
 // The kernels of textures, in every table.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -97,6 +98,47 @@ TEST(TextureKernels, BlendEveryCoverageAndKeepTheAlphaByte) {
             }
             table->textureBlendRow(target.data(), source.data(), alpha.data(), count);
             ASSERT_EQ(target, expected) << table->name << ", " << count << " pixels";
+        }
+    }
+}
+
+// As if the texels had been laid side by side first. Many of them equal the key, or are clear or solid.
+TEST(TextureKernels, CombineTheTexelsWithTheTarget) {
+    const RowTable& plain = rastel::kernels::PlainRows();
+    for (const RowTable* table : AllTables()) {
+        if (!table->runsHere()) {
+            continue;
+        }
+        std::minstd_rand random(11);
+        for (int round = 0; round < 4000; ++round) {
+            const int count = round % 70;
+            Texture texture(4, random), plane(1, random);
+            const int width = std::min(texture.width, plane.width), height = std::min(texture.height, plane.height);
+            for (std::size_t i = 0; i + 4 <= texture.memory.size(); i += random() % 3 == 0 ? 4 : 8) {
+                std::copy_n("\x56\x34\x12", 3, texture.memory.begin() + static_cast<std::ptrdiff_t>(i));
+            }
+            const bool isHard = random() % 2 == 0;   // groups without coverage come up only where most have none
+            for (BYTE& byte : plane.memory) {
+                byte = isHard ? (random() % 16 == 0 ? 255 : 0) : random() % 4 == 0 ? 255 : byte;
+            }
+            const Line u(width, count, random), v(height, count, random);
+            const auto pixels = static_cast<std::size_t>(count);
+            std::vector<BYTE> texels(4 * pixels), coverage(pixels);
+            plain.textureRow(texels.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step);
+            plain.textureBytesRow(coverage.data(), plane.first, plane.pitch, count, u.start, v.start, u.step, v.step);
+
+            const std::vector<BYTE> before = RandomBytes(4 * pixels, random);
+            std::vector<BYTE> target = before, expected = before;
+            plain.keyCopyRect(expected.data(), 0, texels.data(), 0, count, 1, 0x123456);
+            table->textureKeyRow(target.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step,
+                                 0x123456);
+            ASSERT_EQ(target, expected) << table->name << ", " << count << " texels through a key";
+
+            target = expected = before;
+            plain.textureBlendRow(expected.data(), texels.data(), coverage.data(), count);
+            table->texturePlaneRow(target.data(), texture.first, texture.pitch, plane.first, plane.pitch, count,
+                                   u.start, v.start, u.step, v.step);
+            ASSERT_EQ(target, expected) << table->name << ", " << count << " texels through a plane";
         }
     }
 }
