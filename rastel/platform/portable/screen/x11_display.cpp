@@ -83,7 +83,7 @@ public:
 
     bool BeginAccess(HWND window, const RECT& area, Access access, PixelBuffer* pixels) override;
     void EndAccess() override;
-    std::int64_t BandBytes() const override { return 1 << 19; }   // about what a core's own cache holds
+    std::int64_t BandBytes() const override { return 1 << 21; }   // smaller ones cost more to send
 
     std::vector<RGBQUAD> SystemPalette() const override;
     bool SetSystemPalette(int first, const std::vector<RGBQUAD>& colors) override;
