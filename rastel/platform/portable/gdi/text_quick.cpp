@@ -82,27 +82,44 @@ __m128i MixChannels(__m128i target, __m128i color, __m128i coverage) {
     return _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(sum, _mm_set1_epi16(1)), _mm_srli_epi16(sum, 8)), 8);
 }
 
-void MixRow(DWORD* target, const unsigned char* coverage, int count, DWORD color) {
+// Four pixels, by a byte of coverage each; those that nothing covers keep all their bits.
+void MixFour(DWORD* target, std::uint32_t coverage, __m128i wideColor) {
     const __m128i zero = _mm_setzero_si128();
-    const __m128i wideColor = _mm_unpacklo_epi8(_mm_set1_epi32(static_cast<int>(color)), zero);
-    for (; count >= 4; count -= 4, target += 4, coverage += 4) {
-        int four;
-        std::memcpy(&four, coverage, sizeof(four));
-        if (four == 0) {
-            continue;
-        }
-        __m128i shares = _mm_cvtsi32_si128(four);
-        shares = _mm_unpacklo_epi8(shares, shares);
-        shares = _mm_unpacklo_epi16(shares, shares);   // each byte four times
-        const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i*>(target));
-        const __m128i low = MixChannels(_mm_unpacklo_epi8(before, zero), wideColor, _mm_unpacklo_epi8(shares, zero));
-        const __m128i high = MixChannels(_mm_unpackhi_epi8(before, zero), wideColor, _mm_unpackhi_epi8(shares, zero));
-        const __m128i mixed = _mm_and_si128(_mm_packus_epi16(low, high), _mm_set1_epi32(0x00FFFFFF));
-        const __m128i bare = _mm_cmpeq_epi8(shares, zero);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target),
-                         _mm_or_si128(_mm_and_si128(bare, before), _mm_andnot_si128(bare, mixed)));
+    __m128i shares = _mm_cvtsi32_si128(static_cast<int>(coverage));
+    shares = _mm_unpacklo_epi8(shares, shares);
+    shares = _mm_unpacklo_epi16(shares, shares);   // each byte four times
+    const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i*>(target));
+    const __m128i low = MixChannels(_mm_unpacklo_epi8(before, zero), wideColor, _mm_unpacklo_epi8(shares, zero));
+    const __m128i high = MixChannels(_mm_unpackhi_epi8(before, zero), wideColor, _mm_unpackhi_epi8(shares, zero));
+    const __m128i mixed = _mm_and_si128(_mm_packus_epi16(low, high), _mm_set1_epi32(0x00FFFFFF));
+    const __m128i bare = _mm_cmpeq_epi8(shares, zero);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(target),
+                     _mm_or_si128(_mm_and_si128(bare, before), _mm_andnot_si128(bare, mixed)));
+}
+
+void MixRow(DWORD* target, const unsigned char* coverage, int count, DWORD color) {
+    if (count < 4) {
+        MixPixels(target, coverage, count, color);
+        return;
     }
-    MixPixels(target, coverage, count, color);
+    const __m128i wideColor = _mm_unpacklo_epi8(_mm_set1_epi32(static_cast<int>(color)), _mm_setzero_si128());
+    const auto fourAt = [coverage](int x) {
+        std::uint32_t four;
+        std::memcpy(&four, coverage + x, sizeof(four));
+        return four;
+    };
+    int x = 0;
+    for (; x + 4 <= count; x += 4) {
+        if (const std::uint32_t four = fourAt(x)) {
+            MixFour(target + x, four, wideColor);
+        }
+    }
+    if (x < count) {   // the last four, of which some are done
+        const int done = x + 4 - count;
+        if (const std::uint32_t four = fourAt(count - 4) & ~0u << 8 * done) {
+            MixFour(target + count - 4, four, wideColor);
+        }
+    }
 }
 #else
 void MixRow(DWORD* target, const unsigned char* coverage, int count, DWORD color) {
