@@ -6,6 +6,7 @@
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/pinned.h"
 #include "rastel/surface/texel_walk.h"
 
 namespace rastel::kernels {
@@ -159,30 +160,42 @@ struct Vec {
     struct PackedWeights {
         V first, second;   // for two vectors of pixels each, in the order of PixelWords
     };
-    static PackedWeights PackWeights(V weights) {
-        const V ordered = _mm256_permutevar8x32_epi32(weights, _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
-        const V back = Xor(ordered, Set8(128)), source = Subtract8(Set8(0), ordered);
-        return {_mm256_unpacklo_epi8(back, source), _mm256_unpackhi_epi8(back, source)};
-    }
-    // The words of the first (0) or second (1) vector of pixels, each for the four bytes of a pixel, but nothing for
-    // the alpha byte of a pair's first pixel.
-    template <int vector>
-    static Weights WeightsOf(V packed) {
-        constexpr char at = vector * 8;
-        const __m128i low = _mm_setr_epi8(at, at + 1, at, at + 1, at, at + 1, -128, -128, at + 2, at + 3, at + 2,
-                                          at + 3, at + 2, at + 3, at + 2, at + 3);
-        const __m128i high = _mm_add_epi8(low, _mm_setr_epi8(4, 4, 4, 4, 4, 4, 0, 0, 4, 4, 4, 4, 4, 4, 4, 4));
-        return {_mm256_shuffle_epi8(packed, InBothLanes(low)), _mm256_shuffle_epi8(packed, InBothLanes(high))};
-    }
-    // (back * (128 - weight) + source * weight) >> 7, which is back + ((source - back) * weight >> 7). The sum comes
-    // out negative; times -512 its high half is the sum shifted by 7. A pair's first pixel gets alpha byte 0.
-    static V BlendPairs(V back, V source, const Weights& weights) {
-        const auto blend = [](V bytes, V weight) {
-            return _mm256_mulhi_epi16(_mm256_maddubs_epi16(bytes, weight), _mm256_set1_epi16(-512));
-        };
-        return Narrow(blend(_mm256_unpacklo_epi8(back, source), weights.low),
-                      blend(_mm256_unpackhi_epi8(back, source), weights.high));
-    }
+    // The steps of a blend and the constants that they use, to be made once for a rectangle.
+    struct BlendSteps {
+        V order = Pinned(_mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7)), topBits = Pinned(Set8(128));
+        V firstLow = Pinned(RepeatedWords(0)), firstHigh = Pinned(RepeatedWords(4));
+        V secondLow = Pinned(RepeatedWords(8)), secondHigh = Pinned(RepeatedWords(12));
+        V minus512 = Pinned(_mm256_set1_epi16(-512));
+
+        PackedWeights PackWeights(V weights) const {
+            const V ordered = _mm256_permutevar8x32_epi32(weights, order);
+            const V back = Xor(ordered, topBits), source = Subtract8(_mm256_setzero_si256(), ordered);
+            return {_mm256_unpacklo_epi8(back, source), _mm256_unpackhi_epi8(back, source)};
+        }
+        // The words of the first (0) or second (1) vector of pixels, each for the four bytes of a pixel, but nothing
+        // for the alpha byte of a pair's first pixel.
+        template <int vector>
+        Weights WeightsOf(V packed) const {
+            return {_mm256_shuffle_epi8(packed, vector == 0 ? firstLow : secondLow),
+                    _mm256_shuffle_epi8(packed, vector == 0 ? firstHigh : secondHigh)};
+        }
+        // (back * (128 - weight) + source * weight) >> 7, which is back + ((source - back) * weight >> 7). The sum
+        // comes out negative; times -512 its high half is the sum shifted by 7. A pair's first pixel gets alpha byte 0.
+        V BlendPairs(V back, V source, const Weights& weights) const {
+            const auto blend = [this](V bytes, V weight) {
+                return _mm256_mulhi_epi16(_mm256_maddubs_epi16(bytes, weight), minus512);
+            };
+            return Narrow(blend(_mm256_unpacklo_epi8(back, source), weights.low),
+                          blend(_mm256_unpackhi_epi8(back, source), weights.high));
+        }
+
+    private:
+        static V RepeatedWords(char at) {
+            const __m128i first = _mm_setr_epi8(0, 1, 0, 1, 0, 1, -128, -128, 2, 3, 2, 3, 2, 3, 2, 3);
+            return InBothLanes(
+                _mm_add_epi8(first, _mm_and_si128(_mm_cmpgt_epi8(first, _mm_set1_epi8(-1)), _mm_set1_epi8(at))));
+        }
+    };
     // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
     // number here: it stays at least 1/255 below.
     static V ReciprocalWords(V coverage) {

@@ -6,6 +6,7 @@
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/pinned.h"
 #include "rastel/surface/texel_walk.h"
 
 namespace rastel::kernels {
@@ -106,21 +107,24 @@ struct Vec {
     struct PackedWeights {
         V first, second;   // words for two vectors of pixels each
     };
-    static PackedWeights PackWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
-    template <int vector>
-    static Weights WeightsOf(V packed) {
-        const V twice = RepeatTwice<vector>(packed);
-        return {_mm_unpacklo_epi32(twice, twice), _mm_unpackhi_epi32(twice, twice)};
-    }
-    // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits. A pair's first pixel gets
-    // alpha byte 0.
-    static V BlendPairs(V back, V source, const Weights& weights) {
-        const auto blend = [](V b, V s, V weight) {
-            return _mm_add_epi16(b, _mm_srai_epi16(_mm_mullo_epi16(_mm_sub_epi16(s, b), weight), 7));
-        };
-        return And(Set64(0xFFFFFFFF00FFFFFF), Narrow(blend(WidenLow(back), WidenLow(source), weights.low),
-                                                     blend(WidenHigh(back), WidenHigh(source), weights.high)));
-    }
+    // The steps of a blend.
+    struct BlendSteps {
+        static PackedWeights PackWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
+        template <int vector>
+        static Weights WeightsOf(V packed) {
+            const V twice = RepeatTwice<vector>(packed);
+            return {_mm_unpacklo_epi32(twice, twice), _mm_unpackhi_epi32(twice, twice)};
+        }
+        // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits. A pair's first pixel gets
+        // alpha byte 0.
+        static V BlendPairs(V back, V source, const Weights& weights) {
+            const auto blend = [](V b, V s, V weight) {
+                return _mm_add_epi16(b, _mm_srai_epi16(_mm_mullo_epi16(_mm_sub_epi16(s, b), weight), 7));
+            };
+            return And(Set64(0xFFFFFFFF00FFFFFF), Narrow(blend(WidenLow(back), WidenLow(source), weights.low),
+                                                         blend(WidenHigh(back), WidenHigh(source), weights.high)));
+        }
+    };
     // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
     // number here: it stays at least 1/255 below.
     static V ReciprocalWords(V coverage) {
