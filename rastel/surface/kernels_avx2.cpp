@@ -150,12 +150,6 @@ struct Vec {
         const V packed = _mm256_packus_epi16(words, words);
         return _mm_unpacklo_epi32(_mm256_castsi256_si128(packed), _mm256_extracti128_si256(packed, 1));
     }
-    // The words of the first (0) or second (1) vector of pixels, each twice.
-    template <int vector>
-    static V RepeatTwice(V words) {
-        const __m128i order = _mm_setr_epi8(0, 1, 0, 1, 2, 3, 2, 3, 4, 5, 4, 5, 6, 7, 6, 7);
-        return _mm256_shuffle_epi8(words, InBothLanes(_mm_add_epi8(order, _mm_set1_epi8(vector * 8))));
-    }
     // A word for each of 32 weights: the bytes weight - 128 and -weight. Only below 0 is there room for 128.
     struct PackedWeights {
         V first, second;   // for two vectors of pixels each, in the order of PixelWords
@@ -196,16 +190,29 @@ struct Vec {
                 _mm_add_epi8(first, _mm_and_si128(_mm_cmpgt_epi8(first, _mm_set1_epi8(-1)), _mm_set1_epi8(at))));
         }
     };
-    // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
-    // number here: it stays at least 1/255 below.
-    static V ReciprocalWords(V coverage) {
-        const V divisor = _mm256_max_epi16(coverage, _mm256_set1_epi16(1));
-        const auto quotient = [](V wide) {
-            return _mm256_cvttps_epi32(_mm256_div_ps(_mm256_set1_ps(65536.0f), _mm256_cvtepi32_ps(wide)));
-        };
-        return _mm256_packus_epi32(quotient(_mm256_unpacklo_epi16(divisor, _mm256_setzero_si256())),
-                                   quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
-    }
+    // What "over" does with the words of pixels, and its constants.
+    struct PixelWordSteps {
+        V repeatFirst = Pinned(InBothLanes(_mm_setr_epi8(0, 1, 0, 1, 2, 3, 2, 3, 4, 5, 4, 5, 6, 7, 6, 7)));
+        V repeatSecond = Pinned(InBothLanes(_mm_setr_epi8(8, 9, 8, 9, 10, 11, 10, 11, 12, 13, 12, 13, 14, 15, 14, 15)));
+        V one = Pinned(_mm256_set1_epi16(1));
+        __m256 dividend = Pinned(_mm256_set1_ps(65536.0f));
+
+        // The words of the first (0) or second (1) vector of pixels, each twice.
+        template <int vector>
+        V RepeatTwice(V words) const {
+            return _mm256_shuffle_epi8(words, vector == 0 ? repeatFirst : repeatSecond);
+        }
+        // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
+        // number here: it stays at least 1/255 below.
+        V ReciprocalWords(V coverage) const {
+            const V divisor = _mm256_max_epi16(coverage, one);
+            const auto quotient = [this](V wide) {
+                return _mm256_cvttps_epi32(_mm256_div_ps(dividend, _mm256_cvtepi32_ps(wide)));
+            };
+            return _mm256_packus_epi32(quotient(_mm256_unpacklo_epi16(divisor, _mm256_setzero_si256())),
+                                       quotient(_mm256_unpackhi_epi16(divisor, _mm256_setzero_si256())));
+        }
+    };
 
     // Textures. Runs `group(x, places, again)` for texels x to x + 7 until all are done; of the last group, the first
     // `again` have been done before. A place is the texel's row in the low word and its column in the high one. False,

@@ -99,11 +99,26 @@ struct Vec {
         const int pixelBytes = _mm_cvtsi128_si32(Narrow(words, words));
         std::memcpy(at, &pixelBytes, sizeof(pixelBytes));
     }
-    // The words of the first (0) or second (1) vector of pixels, each twice.
-    template <int vector>
-    static V RepeatTwice(V words) {
-        return vector == 0 ? _mm_unpacklo_epi16(words, words) : _mm_unpackhi_epi16(words, words);
-    }
+    // What "over" does with the words of pixels.
+    struct PixelWordSteps {
+        // The words of the first (0) or second (1) vector of pixels, each twice.
+        template <int vector>
+        static V RepeatTwice(V words) {
+            return vector == 0 ? _mm_unpacklo_epi16(words, words) : _mm_unpackhi_epi16(words, words);
+        }
+        // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
+        // number here: it stays at least 1/255 below.
+        static V ReciprocalWords(V coverage) {
+            const V divisor = _mm_max_epi16(coverage, _mm_set1_epi16(1));
+            const auto quotient = [](V wide) {
+                const V whole = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(wide)));
+                return _mm_sub_epi32(whole, _mm_set1_epi32(32768));   // packing takes signed numbers
+            };
+            return Xor(_mm_packs_epi32(quotient(_mm_unpacklo_epi16(divisor, _mm_setzero_si128())),
+                                       quotient(_mm_unpackhi_epi16(divisor, _mm_setzero_si128()))),
+                       _mm_set1_epi16(-32768));
+        }
+    };
     struct PackedWeights {
         V first, second;   // words for two vectors of pixels each
     };
@@ -112,7 +127,7 @@ struct Vec {
         static PackedWeights PackWeights(V weights) { return {WidenLow(weights), WidenHigh(weights)}; }
         template <int vector>
         static Weights WeightsOf(V packed) {
-            const V twice = RepeatTwice<vector>(packed);
+            const V twice = PixelWordSteps::RepeatTwice<vector>(packed);
             return {_mm_unpacklo_epi32(twice, twice), _mm_unpackhi_epi32(twice, twice)};
         }
         // back + ((source - back) * weight >> 7), weights 0 to 128: the product fits 16 bits. A pair's first pixel gets
@@ -125,18 +140,6 @@ struct Vec {
                                                          blend(WidenHigh(back), WidenHigh(source), weights.high)));
         }
     };
-    // 65536 / coverage, truncated, at most 65535. The quotient of two floats is never rounded up to the next whole
-    // number here: it stays at least 1/255 below.
-    static V ReciprocalWords(V coverage) {
-        const V divisor = _mm_max_epi16(coverage, _mm_set1_epi16(1));
-        const auto quotient = [](V wide) {
-            const V whole = _mm_cvttps_epi32(_mm_div_ps(_mm_set1_ps(65536.0f), _mm_cvtepi32_ps(wide)));
-            return _mm_sub_epi32(whole, _mm_set1_epi32(32768));   // packing takes signed numbers
-        };
-        return Xor(_mm_packs_epi32(quotient(_mm_unpacklo_epi16(divisor, _mm_setzero_si128())),
-                                   quotient(_mm_unpackhi_epi16(divisor, _mm_setzero_si128()))),
-                   _mm_set1_epi16(-32768));
-    }
 
     // Textures. Nothing is gathered in this set.
     template <class Use>
