@@ -1,5 +1,6 @@
 #include "rastel/display/line_converters.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -12,58 +13,64 @@ using rastel::kernels::Rows;
 
 namespace {
 
-using LineFunction = void (*)(unsigned char* dst, unsigned char* src, int width);
+using ConvertRect = void (*)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
 
-void ForRows(LineFunction line, unsigned char* dst, unsigned char* src, int width, int height, int dstPitch,
-             int srcPitch) {
+// Whole groups of 4 by the vector form, a strip of what is left by the plain one.
+void ForStrips(ConvertRect vector, ConvertRect plain, unsigned char* dst, unsigned char* src, int width, int height,
+               int dstPitch, int srcPitch) {
     if (width < 1) {
         return;   // however many rows: their addresses may lead nowhere
     }
-    for (int y = 0; y < height; ++y) {
-        line(dst, src, width);
-        dst += dstPitch;
-        src += srcPitch;
+    const int whole = width & ~3;
+    vector(dst, dstPitch, src, srcPitch, whole, height);
+    if (whole != width) {
+        plain(dst + static_cast<std::ptrdiff_t>(whole) * 2, dstPitch, src + static_cast<std::ptrdiff_t>(whole) * 4,
+              srcPitch, width - whole, height);
     }
 }
 
-// Whole groups of 4 by the vector form, a strip of what is left by the plain one.
-void ForStrips(LineFunction vector, LineFunction plain, unsigned char* dst, unsigned char* src, int width, int height,
-               int dstPitch, int srcPitch) {
-    if (width < 1 || height < 1) {
-        return;
+void ForRect(ConvertRect convert, unsigned char* dst, unsigned char* src, int width, int height, int dstPitch,
+             int srcPitch) {
+    if (width > 0) {
+        convert(dst, dstPitch, src, srcPitch, width, height);
     }
-    const int whole = width & ~3;
-    ForRows(vector, dst, src, whole, height, dstPitch, srcPitch);
-    if (whole != width) {
-        ForRows(plain, dst + static_cast<std::ptrdiff_t>(whole) * 2, src + static_cast<std::ptrdiff_t>(whole) * 4,
-                width - whole, height, dstPitch, srcPitch);
-    }
+}
+
+// What rows take up, as addresses.
+struct Span {
+    std::uintptr_t first, end;
+};
+
+Span SpanOf(const unsigned char* rows, int pitch, int rowBytes, int height) {
+    const auto first = reinterpret_cast<std::uintptr_t>(rows);
+    const auto last = reinterpret_cast<std::uintptr_t>(rows + static_cast<std::ptrdiff_t>(height - 1) * pitch);
+    return {std::min(first, last), std::max(first, last) + static_cast<std::uintptr_t>(rowBytes)};
 }
 
 }   // namespace
 
 void Blt555Line(unsigned char* dst, unsigned char* src, int width) {
-    PlainRows().to555Row(dst, src, width);
+    PlainRows().to555Rect(dst, 0, src, 0, width, 1);
 }
 
 void Blt555LineMMX(unsigned char* dst, unsigned char* src, int width) {
-    Rows().to555Row(dst, src, width & ~1);
+    Rows().to555Rect(dst, 0, src, 0, width & ~1, 1);
 }
 
 void Blt555LineMMX2(unsigned char* dst, unsigned char* src, int width) {
-    Rows().to555Row(dst, src, width & ~3);
+    Rows().to555Rect(dst, 0, src, 0, width & ~3, 1);
 }
 
 void Blt565Line(unsigned char* dst, unsigned char* src, int width) {
-    PlainRows().to565Row(dst, src, width);
+    PlainRows().to565Rect(dst, 0, src, 0, width, 1);
 }
 
 void Blt565LineMMX4(unsigned char* dst, unsigned char* src, int width) {
-    Rows().to565Row(dst, src, width & ~3);
+    Rows().to565Rect(dst, 0, src, 0, width & ~3, 1);
 }
 
 void Blt24Line(unsigned char* dst, unsigned char* src, int width) {
-    Rows().to24Row(dst, src, width);
+    Rows().to24Rect(dst, 0, src, 0, width, 1);
 }
 
 void Blt32Line(unsigned char* dst, unsigned char* src, int width) {
@@ -82,33 +89,45 @@ void Blt32Line(unsigned char* dst, unsigned char* src, int width) {
 }
 
 void Blt8Line(unsigned char* dst, unsigned char* src, int width) {
-    Rows().toIndexRow(dst, src, rastel::PaletteMap(), width);
+    Rows().toIndexRect(dst, 0, src, 0, rastel::PaletteMap(), width, 1);
 }
 
 void Blt555(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForRows(Blt555Line, dst, src, width, height, dstPitch, srcPitch);
+    ForRect(PlainRows().to555Rect, dst, src, width, height, dstPitch, srcPitch);
 }
 
 void Blt555MMX(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForStrips(Blt555LineMMX2, Blt555Line, dst, src, width, height, dstPitch, srcPitch);
+    ForStrips(Rows().to555Rect, PlainRows().to555Rect, dst, src, width, height, dstPitch, srcPitch);
 }
 
 void Blt565(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForRows(Blt565Line, dst, src, width, height, dstPitch, srcPitch);
+    ForRect(PlainRows().to565Rect, dst, src, width, height, dstPitch, srcPitch);
 }
 
 void Blt565MMX(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForStrips(Blt565LineMMX4, Blt565Line, dst, src, width, height, dstPitch, srcPitch);
+    ForStrips(Rows().to565Rect, PlainRows().to565Rect, dst, src, width, height, dstPitch, srcPitch);
 }
 
 void Blt24(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForRows(Blt24Line, dst, src, width, height, dstPitch, srcPitch);
+    ForRect(Rows().to24Rect, dst, src, width, height, dstPitch, srcPitch);
 }
 
 void Blt32(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForRows(Blt32Line, dst, src, width, height, dstPitch, srcPitch);
+    if (width < 1 || height < 1) {
+        return;
+    }
+    const Span to = SpanOf(dst, dstPitch, width * 4, height), from = SpanOf(src, srcPitch, width * 4, height);
+    if (to.end <= from.first || from.end <= to.first) {
+        Rows().copyRect(dst, dstPitch, src, srcPitch, width, height);
+        return;
+    }
+    for (int y = 0; y < height; ++y, dst += dstPitch, src += srcPitch) {
+        Blt32Line(dst, src, width);
+    }
 }
 
 void Blt8(unsigned char* dst, unsigned char* src, int width, int height, int dstPitch, int srcPitch) {
-    ForRows(Blt8Line, dst, src, width, height, dstPitch, srcPitch);
+    if (width > 0) {
+        Rows().toIndexRect(dst, dstPitch, src, srcPitch, rastel::PaletteMap(), width, height);
+    }
 }

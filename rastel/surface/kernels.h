@@ -110,13 +110,14 @@ struct RowTable {
     // keeps its alpha byte.
     void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);
 
-    // Rows of pixels in the formats of displays, each channel cut to its top bits: words of 5-5-5 and 5-6-5 bits with
-    // red on top, three bytes from blue to red, and indices out of a map of 512 entries that the top three bits choose
-    // from, red lowest.
-    void (*to555Row)(BYTE* target, const BYTE* source, int width);
-    void (*to565Row)(BYTE* target, const BYTE* source, int width);
-    void (*to24Row)(BYTE* target, const BYTE* source, int width);
-    void (*toIndexRow)(BYTE* target, const BYTE* source, const BYTE* map, int width);
+    // Pixels in the formats of displays, each channel cut to its top bits: words of 5-5-5 and 5-6-5 bits with red on
+    // top, three bytes from blue to red, and indices out of a map of 512 entries that the top three bits choose from,
+    // red lowest.
+    void (*to555Rect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*to565Rect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*to24Rect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height);
+    void (*toIndexRect)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* map, int width,
+                        int height);
 };
 
 std::span<const RowTable* const> AllTables();   // best first; the last runs anywhere

@@ -81,7 +81,9 @@ struct Vec {
         return _mm256_permute4x64_epi64(_mm256_packus_epi32(first, second), 0xD8);
     }
     // Stores reach beyond the pixels that they are for, but never beyond the row's. Returns how many it has done.
-    static int DropFourthBytes(BYTE* target, const BYTE* source, int width) {
+    // `askBelow(x)` is called once for each cache line of the source, with its first pixel.
+    template <class AskBelow>
+    static int DropFourthBytes(BYTE* target, const BYTE* source, int width, AskBelow askBelow) {
         const __m128i keptHalf = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
         const V kept = _mm256_broadcastsi128_si256(keptHalf);
         const auto three = [=](const BYTE* at) { return _mm256_shuffle_epi8(Load(at), kept); };
@@ -92,6 +94,8 @@ struct Vec {
         for (; x + 32 <= width; x += 32) {
             const BYTE* const from = source + x * 4;
             BYTE* const to = target + x * 3;
+            askBelow(x);
+            askBelow(x + 16);
             const V a = _mm256_permutevar8x32_epi32(three(from), first),
                     b = _mm256_permutevar8x32_epi32(three(from + bytes), second),
                     c = _mm256_permutevar8x32_epi32(three(from + 2 * bytes), third),

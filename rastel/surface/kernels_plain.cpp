@@ -245,34 +245,47 @@ void TexturePlaneRow(BYTE* target, const BYTE* source, int sourcePitch, const BY
     });
 }
 
+// convert(target, source) for each pixel; the target's have `bytes` each.
+template <class Convert>
+void ConvertPixels(BYTE* target, int targetPitch, int bytes, const BYTE* source, int sourcePitch, int width, int height,
+                   Convert convert) {
+    for (int y = 0; y < height; ++y, target += targetPitch, source += sourcePitch) {
+        for (int x = 0; x < width; ++x) {
+            convert(target + x * bytes, source + x * 4);
+        }
+    }
+}
+
 // One pixel as the display's word, its channels cut.
 template <class Word>
-void WordsRow(BYTE* target, const BYTE* source, int width, Word word) {
-    for (int x = 0; x < width; ++x) {
-        const auto packed = static_cast<WORD>(word(LoadPixel(source + x * 4)));
-        std::memcpy(target + x * 2, &packed, sizeof(packed));
-    }
+void ToWords(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height, Word word) {
+    ConvertPixels(target, targetPitch, 2, source, sourcePitch, width, height, [=](BYTE* to, const BYTE* from) {
+        const auto packed = static_cast<WORD>(word(LoadPixel(from)));
+        std::memcpy(to, &packed, sizeof(packed));
+    });
 }
 
-void To555Row(BYTE* target, const BYTE* source, int width) {
-    WordsRow(target, source, width, [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 6 & 0x3E0) | (p >> 9 & 0x7C00); });
+void To555Rect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ToWords(target, targetPitch, source, sourcePitch, width, height,
+            [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 6 & 0x3E0) | (p >> 9 & 0x7C00); });
 }
 
-void To565Row(BYTE* target, const BYTE* source, int width) {
-    WordsRow(target, source, width, [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 5 & 0x7E0) | (p >> 8 & 0xF800); });
+void To565Rect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ToWords(target, targetPitch, source, sourcePitch, width, height,
+            [](DWORD p) { return (p >> 3 & 0x1F) | (p >> 5 & 0x7E0) | (p >> 8 & 0xF800); });
 }
 
-void To24Row(BYTE* target, const BYTE* source, int width) {
-    for (int x = 0; x < width; ++x) {
-        std::memcpy(target + x * 3, source + x * 4, 3);
-    }
+void To24Rect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int width, int height) {
+    ConvertPixels(target, targetPitch, 3, source, sourcePitch, width, height,
+                  [](BYTE* to, const BYTE* from) { std::memcpy(to, from, 3); });
 }
 
-void ToIndexRow(BYTE* target, const BYTE* source, const BYTE* map, int width) {
-    for (int x = 0; x < width; ++x) {
-        const DWORD p = LoadPixel(source + x * 4);
-        target[x] = map[(p >> 21 & 7) | (p >> 10 & 0x38) | (p << 1 & 0x1C0)];
-    }
+void ToIndexRect(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* map, int width,
+                 int height) {
+    ConvertPixels(target, targetPitch, 1, source, sourcePitch, width, height, [=](BYTE* to, const BYTE* from) {
+        const DWORD p = LoadPixel(from);
+        *to = map[(p >> 21 & 7) | (p >> 10 & 0x38) | (p << 1 & 0x1C0)];
+    });
 }
 
 }   // namespace
@@ -310,10 +323,10 @@ const RowTable plainTable = {
     .textureKeyRow = TextureKeyRow,
     .texturePlaneRow = TexturePlaneRow,
     .textureBlendRow = TextureBlendRow,
-    .to555Row = To555Row,
-    .to565Row = To565Row,
-    .to24Row = To24Row,
-    .toIndexRow = ToIndexRow,
+    .to555Rect = To555Rect,
+    .to565Rect = To565Rect,
+    .to24Rect = To24Rect,
+    .toIndexRect = ToIndexRect,
 };
 
 }   // namespace rastel::kernels

@@ -74,7 +74,10 @@ struct Vec {
         const auto asSigned = [](V a) { return _mm_srai_epi32(_mm_slli_epi32(a, 16), 16); };
         return _mm_packs_epi32(asSigned(first), asSigned(second));
     }
-    static int DropFourthBytes(BYTE*, const BYTE*, int) { return 0; }   // no byte shuffle in this set
+    template <class AskBelow>
+    static int DropFourthBytes(BYTE*, const BYTE*, int, AskBelow) {
+        return 0;   // no byte shuffle in this set
+    }
 
     // Blending. The plane bytes of two vectors of pixels become the words of one.
     struct Weights {
