@@ -11,12 +11,14 @@
 #include "rastel/display/display_manager.h"
 #include "rastel/platform/kernel.h"
 #include "rastel/platform/user.h"
+#include "rastel/surface/kernels.h"
 #include "rastel/surface/pixel_lock.h"
 #include "rastel/surface/surface.h"
 #include "rastel/text/glyph_shelf.h"
 #include "rastel/text/text_contexts.h"
 
 using rastel::PixelLock;
+using rastel::kernels::Rows;
 using rastel::text::Glyph;
 using rastel::text::GlyphShelf;
 using rastel::text::TextContexts;
@@ -303,10 +305,8 @@ void CTextRender::FillMask(const Glyph& glyph) {
     }
     const int width = std::min(glyph.width, m_pGlyphMask->GetWidth());
     const int height = std::min(glyph.height, m_pGlyphMask->GetHeight());
-    const BYTE* alpha = glyph.alpha.data();
-    BYTE* row = mask.At(0, 0);
-    for (int y = 0; y < height && width > 0; ++y, alpha += glyph.width, row += mask.Pitch()) {
-        std::memcpy(row, alpha, static_cast<std::size_t>(width));
+    if (width > 0) {
+        Rows().copyBytesRect(mask.At(0, 0), mask.Pitch(), glyph.alpha.data(), glyph.width, width, height);
     }
 }
 

@@ -136,5 +136,31 @@ TEST(RowKernels, PickedBytesAreThoseOfTheColumns) {
     }
 }
 
+// All levels of coverage on all channels, over narrow and wide rows, in rows that end where their heap block ends.
+TEST(RowKernels, MixedPixelsAreTheRoundedMeans) {
+    for (const RowKernels* kernels : AllRowKernels()) {
+        for (int width = 1; kernels->runsHere() && width <= 40; ++width) {
+            const int height = 20, pitch = width + RandomIn(0, 3);
+            const auto count = static_cast<std::size_t>((height - 1) * pitch + width);
+            std::vector<unsigned char> coverage = RandomBytes(count);
+            for (unsigned char& share : coverage) {
+                share = RandomIn(0, 3) == 0 ? static_cast<unsigned char>(255 * RandomIn(0, 1)) : share;
+            }
+            const std::vector<unsigned char> before = RandomBytes(count * 4);
+            std::vector<unsigned char> target = before;
+            const DWORD color = static_cast<DWORD>(Random()()) & 0xFFFFFF;
+            kernels->mix(target.data(), std::ptrdiff_t{4} * pitch, coverage.data(), pitch, width, height, color);
+            for (std::size_t i = 0; i < count * 4; ++i) {
+                const std::size_t pixel = i / 4, column = pixel % static_cast<std::size_t>(pitch);
+                const unsigned share = column < static_cast<std::size_t>(width) ? coverage[pixel] : 0;
+                const unsigned channel = color >> 8 * (i % 4) & 0xFF;
+                const unsigned mean = (channel * share + before[i] * (255 - share) + 127) / 255;
+                const unsigned expected = share == 0 ? before[i] : i % 4 == 3 ? 0 : mean;
+                ASSERT_EQ(target[i], expected) << kernels->name << ", width " << width << " at " << i;
+            }
+        }
+    }
+}
+
 }   // namespace
 }   // namespace rastel::test

@@ -126,6 +126,23 @@ TEST_F(TextFont, ADeletedFontThatIsSelectedStillDraws) {
     EXPECT_EQ(SelectObject(canvas_.Dc(), font), nullptr);
 }
 
+TEST_F(TextFont, LettersDrawnBeforeAreThoseOfTheFontsThatAreThereNow) {
+    canvas_.Use(FontOf(-20, kMono));
+    const auto drawn = [this] {
+        canvas_.Fill(kBlank);
+        EXPECT_TRUE(Write(canvas_, 2, 2, L"W"));
+        const RECT inked = canvas_.Inked(kBlank);
+        return std::vector<LONG>{inked.left, inked.top, inked.right, inked.bottom};
+    };
+    const std::vector<LONG> mono = drawn();
+    EXPECT_EQ(drawn(), mono);
+    platform::RemoveAddedFontFiles();
+    ASSERT_TRUE(platform::AddFontFile(RASTEL_TEST_MEDIA "/rastel-test-sans.ttf"));
+    EXPECT_NE(drawn(), mono);   // the same font object, served by the only font that is left
+    SetUpTestSuite();
+    EXPECT_EQ(drawn(), mono);
+}
+
 TEST_F(TextFont, AMachineWithoutFontsFailsPlainly) {
     platform::RemoveAddedFontFiles();
     canvas_.Use(FontOf(-20));

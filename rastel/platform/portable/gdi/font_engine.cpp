@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "rastel/platform/portable/gdi/font_files.h"
+#include "rastel/platform/portable/gdi/known_letters.h"
 
 namespace rastel::platform {
 
@@ -128,6 +129,7 @@ void FontEngine::UseSystemFonts(bool use) {
 }
 
 void FontEngine::ForgetFonts() {
+    KnownLetters::ForgetAll();
     fonts_.Clear();
     scaledFaces_.Clear();
     faces_.Clear();

@@ -15,8 +15,9 @@ class GlyphCache {
 public:
     GlyphCache();
 
-    // `needed` are the pixels round the pen that will be looked at. Empty image: nothing to see.
-    std::shared_ptr<const GlyphImage> Get(ScaledFace& face, unsigned glyph, const GlyphBox& needed);
+    // `needed` are the pixels round the pen that will be looked at. Empty image: nothing to see. `isWhole` may be null.
+    std::shared_ptr<const GlyphImage> Get(ScaledFace& face, unsigned glyph, const GlyphBox& needed,
+                                          bool* isWhole = nullptr);
     void Clear() { images_.Clear(); }
     unsigned long long DrawnCount() const { return drawnCount_; }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "rastel/platform/portable/gdi.h"
+#include "rastel/platform/portable/gdi/known_letters.h"
 #include "rastel/platform/portable/gdi/pixel_buffer.h"
 #include "rastel/platform/portable/gdi/pixel_memory.h"
 #include "rastel/platform/portable/gdi/region.h"
@@ -73,6 +74,7 @@ struct FontObject : GdiObject {
     LOGFONTW font{};
     std::mutex mutex;                 // guards the slot
     std::shared_ptr<void> realized;   // what the text code made of it, kept between calls
+    KnownLetters letters;             // of upright lines without bars
 };
 
 struct PaletteObject : GdiObject {

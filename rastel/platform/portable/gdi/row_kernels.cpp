@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "rastel/platform/portable/gdi/glyph_mix_body.h"
 #include "rastel/platform/portable/gdi/row_kernels_body.h"
 
 namespace rastel::platform {
@@ -14,7 +15,7 @@ namespace {
 
 constexpr RowKernels kPlain = {
     "plain",       [] { return true; }, From32To24,   From24To32, From32To16<6>, From32To16<5>,
-    From16To32<6>, From16To32<5>,       From32ToGrey, nullptr,    nullptr,
+    From16To32<6>, From16To32<5>,       From32ToGrey, nullptr,    nullptr,       MixRows,
 };
 
 #ifdef RASTEL_GDI_HAS_AVX2

@@ -4,6 +4,7 @@
 // what becomes 32 is 0. Counts are pixels and may be 0; any alignment; source and target do not overlap.
 #pragma once
 
+#include <cstddef>
 #include <span>
 
 #include "rastel/platform/portable/types.h"
@@ -31,6 +32,11 @@ struct RowKernels {
     void (*pick)(const unsigned char* source, const PickPlan& plan, unsigned char* target);
 
     void (*pick32)(const unsigned char* source, const PickPlan32& plan, unsigned char* target);   // null likewise
+
+    // Pixels of 32 bits become (color * coverage + pixel * (255 - coverage)) / 255, rounded, with a fourth byte of 0;
+    // those of no coverage keep all their bits. Pitches in bytes.
+    void (*mix)(unsigned char* target, std::ptrdiff_t targetPitch, const unsigned char* coverage,
+                std::ptrdiff_t coveragePitch, int width, int height, DWORD color);
 };
 
 std::span<const RowKernels* const> AllRowKernels();   // best first; the last runs anywhere

@@ -1,5 +1,6 @@
 #include <immintrin.h>
 
+#include "rastel/platform/portable/gdi/glyph_mix_avx2.h"
 #include "rastel/platform/portable/gdi/pick_plan.h"
 #include "rastel/platform/portable/gdi/row_kernels.h"
 #include "rastel/platform/portable/gdi/row_kernels_body.h"
@@ -146,7 +147,7 @@ void Pick32(const unsigned char* source, const PickPlan32& plan, unsigned char* 
 extern const RowKernels kRowKernelsAvx2;
 const RowKernels kRowKernelsAvx2 = {
     "avx2",        HasAvx2,       PackTo24,     UnpackFrom24, From32To16<6>, From32To16<5>,
-    From16To32<6>, From16To32<5>, From32ToGrey, Pick,         Pick32,
+    From16To32<6>, From16To32<5>, From32ToGrey, Pick,         Pick32,        MixRowsByEight,
 };
 
 }   // namespace rastel::platform

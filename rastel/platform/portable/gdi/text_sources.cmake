@@ -13,6 +13,7 @@ rastel_sources(
   font_scaled.cpp
   glyph_cache.cpp
   glyph_outline.cpp
+  known_letters.cpp
   outline_metrics.cpp
   text_decode.cpp
   text_font.cpp
