@@ -33,8 +33,9 @@ public:
     BitmapLock& operator=(const BitmapLock&) = delete;
 
     explicit operator bool() const { return isLocked_ && data_.Scan0; }
+    int Pitch() const { return std::abs(data_.Stride); }
     unsigned char* Row(int y) const {
-        return static_cast<unsigned char*>(data_.Scan0) + static_cast<std::ptrdiff_t>(y) * std::abs(data_.Stride);
+        return static_cast<unsigned char*>(data_.Scan0) + static_cast<std::ptrdiff_t>(y) * Pitch();
     }
 
 private:
@@ -136,11 +137,8 @@ int CAdvSurface::SetBitmap(Gdiplus::Bitmap& bitmap) {
         if (!plane || !source) {
             return 0;
         }
-        for (int y = 0; y < m_Height; ++y) {
-            // The row is still near when the plane is taken from it.
-            std::memcpy(colors.At(0, y), source.Row(y), static_cast<std::size_t>(m_Width) * 4);
-            rastel::kernels::Rows().alphaBytesRect(plane.At(0, y), 0, source.Row(y), 0, m_Width, 1);
-        }
+        rastel::kernels::Rows().splitAlphaRect(colors.At(0, 0), colors.Pitch(), plane.At(0, 0), plane.Pitch(),
+                                               source.Row(0), source.Pitch(), m_Width, m_Height);
         plane.Unlock();
         return 1;
     }

@@ -53,8 +53,9 @@ struct RowTable {
                                 DWORD color);
     void (*opaqueMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
                            DWORD color);
-    // The pixels' fourth bytes.
-    void (*alphaBytesRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height);
+    // All words move to the target, and their fourth bytes to the plane as well.
+    void (*splitAlphaRect)(BYTE* target, int targetPitch, BYTE* plane, int planePitch, const BYTE* source,
+                           int sourcePitch, int width, int height);
     // The low 24 bits are compared: equal gives `outside`, different `inside`.
     void (*keyMaskRect)(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height,
                         DWORD key, BYTE outside, BYTE inside);

@@ -139,7 +139,9 @@ void OpaqueMaskRect(BYTE* plane, int planePitch, const BYTE* source, int sourceP
     });
 }
 
-void AlphaBytesRect(BYTE* plane, int planePitch, const BYTE* source, int sourcePitch, int width, int height) {
+void SplitAlphaRect(BYTE* target, int targetPitch, BYTE* plane, int planePitch, const BYTE* source, int sourcePitch,
+                    int width, int height) {
+    CopyRect(target, targetPitch, source, sourcePitch, width, height);
     ForRows(plane, planePitch, source, sourcePitch, height, [=](BYTE* p, const BYTE* s) {
         for (int x = 0; x < width; ++x) {
             p[x] = s[x * 4 + 3];
@@ -305,7 +307,7 @@ const RowTable plainTable = {
     .invertRect = InvertRect,
     .transparentMaskRect = TransparentMaskRect,
     .opaqueMaskRect = OpaqueMaskRect,
-    .alphaBytesRect = AlphaBytesRect,
+    .splitAlphaRect = SplitAlphaRect,
     .keyMaskRect = KeyMaskRect,
     .alphaRect = plain::AlphaRect,
     .alphaColorRect = plain::AlphaColorRect,

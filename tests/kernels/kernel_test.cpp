@@ -222,7 +222,12 @@ TEST(Kernels, MasksCompareTheirBits) {
     CheckPair(
         1, 4, key,
         [](RectCase& c, Operand& t, Operand& s) {
-            c.table.alphaBytesRect(t.First(), t.Pitch(), s.First(), s.Pitch(), c.width, c.height);
+            Operand pixels(c.width * 4, c.height, 0, c.width * 4 + 8);
+            c.table.splitAlphaRect(pixels.First(), pixels.Pitch(), t.First(), t.Pitch(), s.First(), s.Pitch(), c.width,
+                                   c.height);
+            for (int y = 0; y < c.height; ++y) {
+                ASSERT_EQ(std::memcmp(pixels.At(0, y), s.At(0, y), static_cast<std::size_t>(c.width) * 4), 0);
+            }
         },
         [](BYTE* t, const BYTE* s) { *t = s[3]; });
     for (const DWORD given : {key, key | 0xFF000000}) {
@@ -254,7 +259,7 @@ TEST(Kernels, EmptyRectanglesTouchNothing) {
             table->invertRect(nullptr, 0, width, height);
             table->transparentMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
             table->opaqueMaskRect(nullptr, 0, nullptr, 0, width, height, 1);
-            table->alphaBytesRect(nullptr, 0, nullptr, 0, width, height);
+            table->splitAlphaRect(nullptr, 0, nullptr, 0, nullptr, 0, width, height);
             table->keyMaskRect(nullptr, 0, nullptr, 0, width, height, 1, 2, 3);
         }
     }
