@@ -1,8 +1,10 @@
-// A composite with a plane over a composite with a plane. The peers blend premultiplied pixels, which is less work.
+// A composite with a plane over a composite with a plane. The peers but Qt blend premultiplied pixels, which is less
+// work.
 #include "families.h"
 #include "rastel/composite/adv_surface.h"
 #include "support/contenders.h"
 #include "support/peers.h"
+#include "support/qt_peers.h"
 
 namespace rastel::bench {
 namespace {
@@ -44,6 +46,16 @@ void AddBlendComposite(Suite& suite) {
             const auto i = static_cast<std::size_t>(r.index);
             pixman_image_composite32(PIXMAN_OP_OVER, sources[i].get(), masks[i].get(), targets[i].get(), 0, 0, 0, 0,
                                      r.x, r.y, r.width, r.height);
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_QT)
+    suite.AddPrepared(operation, "Qt, straight", [](Scene& scene) {
+        return [sources = QtImages(
+                    scene, [](const Round& r) { return r.noise; }, QImage::Format_ARGB32),
+                targets = QtPainters(scene, QImage::Format_ARGB32)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            targets[i]->painter.drawImage(r.x, r.y, sources[i]);
         };
     });
 #endif

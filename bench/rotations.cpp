@@ -6,6 +6,7 @@
 #include "rastel/composite/adv_surface.h"
 #include "support/contenders.h"
 #include "support/peers.h"
+#include "support/qt_peers.h"
 
 #if defined(RASTEL_BENCH_HAS_OPENCV)
 #include <opencv2/imgproc.hpp>
@@ -100,6 +101,22 @@ struct Turn {
             return SDL_RenderCopyEx(renderers[i].get(), textures[i].get(), nullptr, &to, degrees, nullptr,
                                     SDL_FLIP_NONE) == 0 &&
                    SDL_RenderFlush(renderers[i].get()) == 0;
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_QT)
+    suite.AddPrepared(operation, "Qt", [degrees](Scene& scene) {
+        return [degrees,
+                sources = QtImages(
+                    scene, [](const Round& r) { return r.noise; }, QImage::Format_RGB32),
+                targets = QtPainters(scene, QImage::Format_RGB32)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            QPainter& painter = targets[i]->painter;
+            painter.resetTransform();
+            painter.setClipRect(r.x, r.y, r.width, r.height);
+            painter.translate(r.x + r.width / 2.0, r.y + r.height / 2.0);
+            painter.rotate(degrees);
+            painter.drawImage(QPointF(-r.width / 2.0, -r.height / 2.0), sources[i]);
         };
     });
 #endif

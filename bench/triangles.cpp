@@ -3,6 +3,7 @@
 #include "rastel/raster/face3d.h"
 #include "support/contenders.h"
 #include "support/peers.h"
+#include "support/qt_peers.h"
 
 namespace rastel::bench {
 namespace {
@@ -43,6 +44,24 @@ void AddTriangles(Suite& suite) {
                 {{left, top}, white, {0, 0}}, {{right, top}, white, {0, 1}}, {{left, bottom}, white, {1, 0}}};
             return SDL_RenderGeometry(renderers[i].get(), textures[i].get(), vertices, 3, nullptr, 0) == 0 &&
                    SDL_RenderFlush(renderers[i].get()) == 0;
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_QT)
+    suite.AddPrepared("triangle", "Qt", [](Scene& scene) {
+        auto targets = QtPainters(scene, QImage::Format_RGB32);
+        for (const auto& target : targets) {
+            target->painter.setPen(Qt::NoPen);
+        }
+        return [targets, sources = QtImages(
+                             scene, [](const Round& r) { return r.noise; }, QImage::Format_RGB32)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            const double right = r.width - 1, bottom = r.height - 1;
+            QBrush texture(sources[i]);
+            texture.setTransform(QTransform(0, bottom / right, right / bottom, 0, r.x, r.y));
+            const QPointF corners[] = {QPointF(r.x, r.y), QPointF(r.x + right, r.y), QPointF(r.x, r.y + bottom)};
+            targets[i]->painter.setBrush(texture);
+            targets[i]->painter.drawConvexPolygon(corners, 3);
         };
     });
 #endif
