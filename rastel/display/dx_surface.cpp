@@ -132,8 +132,9 @@ unsigned char* CDxSurface::LockData() {
     if (!m_pDirectDrawSurface) {
         return nullptr;
     }
-    DDSURFACEDESC description = {};
+    DDSURFACEDESC description;   // filled by a lock; zeroing all of it would take as long
     description.dwSize = sizeof(description);
+    description.lpSurface = nullptr;
     if (m_pDirectDrawSurface->Lock(nullptr, &description, DDLOCK_WAIT, nullptr) == DDERR_SURFACELOST) {
         m_pDirectDrawSurface->Restore();
         m_pDirectDrawSurface->Lock(nullptr, &description, DDLOCK_WAIT, nullptr);

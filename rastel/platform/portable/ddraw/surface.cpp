@@ -91,6 +91,7 @@ HRESULT DeviceSurface::TakeScreen(DWORD caps) {
     isLockable_ = pixels.isOwn;
     pitch_ =
         static_cast<int>((std::int64_t{width_} * format_.bitsPerPixel + 31) / 32 * 4) + display->Traits().pitchPadding;
+    NoteDescription();
     return DD_OK;
 }
 
@@ -128,6 +129,7 @@ HRESULT DeviceSurface::TakeMemory(const DDSURFACEDESC& description) {
     }
     bitmap_ = std::move(bitmap);
     caps_ = description.ddsCaps.dwCaps | DDSCAPS_SYSTEMMEMORY;
+    NoteDescription();
     return DD_OK;
 }
 
@@ -194,15 +196,19 @@ HRESULT DeviceSurface::Restore() {
     return result;
 }
 
+void DeviceSurface::NoteDescription() {
+    described_ = {};
+    described_.dwSize = sizeof(described_);
+    described_.dwFlags = DDSD_CAPS | DDSD_HEIGHT | DDSD_WIDTH | DDSD_PITCH | DDSD_PIXELFORMAT;
+    described_.dwHeight = static_cast<DWORD>(height_);
+    described_.dwWidth = static_cast<DWORD>(width_);
+    described_.lPitch = pitch_;
+    described_.ddpfPixelFormat = DescribedFormat(format_, toldBits_);
+    described_.ddsCaps.dwCaps = caps_;
+}
+
 void DeviceSurface::Describe(DDSURFACEDESC* description) const {
-    *description = {};
-    description->dwSize = sizeof(*description);
-    description->dwFlags = DDSD_CAPS | DDSD_HEIGHT | DDSD_WIDTH | DDSD_PITCH | DDSD_PIXELFORMAT;
-    description->dwHeight = static_cast<DWORD>(height_);
-    description->dwWidth = static_cast<DWORD>(width_);
-    description->lPitch = pitch_;
-    description->ddpfPixelFormat = DescribedFormat(format_, toldBits_);
-    description->ddsCaps.dwCaps = caps_;
+    *description = described_;
     if (const std::optional<DDCOLORKEY> key = SourceKey()) {
         description->dwFlags |= DDSD_CKSRCBLT;
         description->ddckCKSrcBlt = *key;
@@ -387,6 +393,9 @@ ComReference<Clipper> DeviceSurface::HeldClipper() const {
 }
 
 std::optional<DDCOLORKEY> DeviceSurface::SourceKey() const {
+    if (!hasKey_) {
+        return std::nullopt;
+    }
     const std::lock_guard lock(attachments_);
     return key_;
 }
@@ -412,6 +421,7 @@ HRESULT DeviceSurface::SetColorKey(DWORD which, LPDDCOLORKEY key) {
     }
     const std::lock_guard lock(attachments_);
     key_ = key ? std::optional(*key) : std::nullopt;
+    hasKey_ = key != nullptr;
     return DD_OK;
 }
 

@@ -100,6 +100,7 @@ private:
     HRESULT TakeMemory(const DDSURFACEDESC& description);
     RECT Whole() const { return {0, 0, width_, height_}; }
     bool HasLostMemory() const;
+    void NoteDescription();
     void Describe(DDSURFACEDESC* description) const;
     HRESULT FirstPixel(const RECT& area, Access access, void** address, LONG* pitch);
 
@@ -122,6 +123,7 @@ private:
     int pitch_ = 0;
     PixelFormat format_;
     int toldBits_ = 32;
+    DDSURFACEDESC described_{};              // made once: it is asked for at each lock
     bool isLockable_ = true;                 // not a screen whose pixels are others than it says
     std::shared_ptr<BitmapObject> bitmap_;   // null: the screen
     std::atomic<std::uint64_t> generation_;
@@ -135,6 +137,7 @@ private:
     ComReference<Clipper> clipper_;
     ComReference<DevicePalette> palette_;
     std::optional<DDCOLORKEY> key_;
+    std::atomic<bool> hasKey_ = false;   // asked for at each lock, and mostly false
 };
 
 }   // namespace rastel::platform

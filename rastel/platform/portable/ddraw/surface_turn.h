@@ -1,53 +1,48 @@
 // Who may touch the pixels of a surface: one blit, or whoever has them locked or a context on them.
 #pragma once
 
-#include <condition_variable>
-#include <mutex>
+#include <atomic>
 #include <thread>
 
 #include "rastel/platform/portable/ddraw.h"
 
 namespace rastel::platform {
 
+// Taken and given back for every little blit, so there is no lock but the turn itself.
 class SurfaceTurn {
 public:
-    enum class Use { None, Blit, Pixels };
+    enum class Use : int { None, Blit, Pixels };
 
     // A blit is soon over and may be waited for. Pixels that are out may be given back by a thread that waits for the
     // one that asks, so that is refused at once.
     HRESULT Take(Use use, bool waits) {
-        std::unique_lock lock(mutex_);
-        while (use_ == Use::Blit && waits && !IsMineLocked()) {
-            free_.wait(lock);
+        Use now = Use::None;
+        while (!use_.compare_exchange_strong(now, use)) {
+            if (now == Use::Pixels || holder_ == std::this_thread::get_id()) {
+                return DDERR_SURFACEBUSY;
+            }
+            if (!waits) {
+                return DDERR_WASSTILLDRAWING;
+            }
+            use_.wait(Use::Blit);
+            now = Use::None;
         }
-        if (use_ != Use::None) {
-            return use_ == Use::Blit && !IsMineLocked() ? DDERR_WASSTILLDRAWING : DDERR_SURFACEBUSY;
-        }
-        use_ = use;
         holder_ = std::this_thread::get_id();
         return DD_OK;
     }
 
-    bool IsMine() const {
-        const std::lock_guard lock(mutex_);
-        return IsMineLocked();
-    }
+    bool IsMine() const { return holder_ == std::this_thread::get_id(); }
 
+    // By the one that has it.
     void Give() {
-        {
-            const std::lock_guard lock(mutex_);
-            use_ = Use::None;
-        }
-        free_.notify_all();
+        holder_ = std::thread::id();   // before the turn goes: no thread ever finds itself here afterwards
+        use_ = Use::None;
+        use_.notify_all();
     }
 
 private:
-    bool IsMineLocked() const { return use_ != Use::None && holder_ == std::this_thread::get_id(); }
-
-    mutable std::mutex mutex_;
-    std::condition_variable free_;
-    Use use_ = Use::None;
-    std::thread::id holder_;
+    std::atomic<Use> use_ = Use::None;
+    std::atomic<std::thread::id> holder_ = {};   // only its own thread ever finds itself here
 };
 
 }   // namespace rastel::platform
