@@ -218,9 +218,9 @@ struct Vec {
         }
     };
 
-    // Textures. Runs `group(x, places, again)` for texels x to x + 7 until all are done; of the last group, the first
-    // `again` have been done before. A place is the texel's row in the low word and its column in the high one. False,
-    // and nothing is done, for fewer texels than a group has.
+    // Textures. Runs `group(x, places)` for texels x to x + 7 until all are done; the last group may begin with texels
+    // that have been done. A place is the texel's row in the low word and its column in the high one. False, and
+    // nothing is done, for fewer texels than a group has.
     template <class Group>
     static bool ForTexels(int count, const TexelWalk& walk, Group group) {
         if (count < 8) {
@@ -234,9 +234,8 @@ struct Vec {
         for (int first = 0, end = count & ~7;; first = count - 8, end = count) {
             const TexelWalk from = walk.After(first);
             V u = lanes(from.u, walk.stepU), v = lanes(from.v, walk.stepV);
-            const int again = end == count ? -count & 7 : 0;
             for (int x = first; x < end; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
-                group(x, _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA), again);
+                group(x, _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA));
             }
             if (end == count) {
                 return true;
@@ -288,31 +287,34 @@ struct Vec {
     template <class Use>
     static bool GatherTexels(const BYTE* source, int pitch, int count, const TexelWalk& walk, Use use) {
         const V factors = PlaceFactors(pitch / 4);
-        return pitch % 4 == 0 && FitsWord(pitch / 4) && ForTexels(count, walk, [=](int x, V places, int) {
+        return pitch % 4 == 0 && FitsWord(pitch / 4) && ForTexels(count, walk, [=](int x, V places) {
                    use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
                });
     }
-    // use(x, texels, coverage), with the plane's bytes as by CoverageWords, but 0 for a texel that comes again. Texels
-    // of no coverage may be left out.
-    template <class Use>
-    static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, int count,
-                              const TexelWalk& walk, Use use) {
+    // Texels and the bytes of a plane at the same places, side by side.
+    static bool GatherCovered(BYTE* texels, BYTE* coverage, const BYTE* source, int pitch, const BYTE* plane,
+                              int planePitch, int count, const TexelWalk& walk) {
+        if (pitch % 4 != 0 || !FitsWord(pitch / 4) || !FitsWord(planePitch)) {
+            return false;
+        }
+        const auto store = [=](int x, const Eight& indexes, const Eight& planeIndexes) {
+            Store(texels + x * 4, TexelsAt(source, indexes));
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(coverage + x), BytesAt(plane, planeIndexes));
+        };
         const V factors = PlaceFactors(pitch / 4), planeFactors = PlaceFactors(planePitch);
-        return pitch % 4 == 0 && FitsWord(pitch / 4) && FitsWord(planePitch) &&
-               ForTexels(count, walk, [=](int x, V places, int again) {
-                   __m128i coverage = BytesAt(plane, Eight(_mm256_madd_epi16(places, planeFactors)));
-                   if (again != 0) {
-                       const __m128i bits = _mm_cvtsi32_si128(again * 8);
-                       coverage = _mm_sll_epi64(_mm_srl_epi64(coverage, bits), bits);
-                   }
-                   if (!_mm_testz_si128(coverage, coverage)) {
-                       use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))), RepeatedWords(coverage));
-                   }
-               });
+        if (pitch / 4 == planePitch) {   // as stores of one size mostly have them
+            return ForTexels(count, walk, [=](int x, V places) {
+                const Eight indexes(_mm256_madd_epi16(places, factors));
+                store(x, indexes, indexes);
+            });
+        }
+        return ForTexels(count, walk, [=](int x, V places) {
+            store(x, Eight(_mm256_madd_epi16(places, factors)), Eight(_mm256_madd_epi16(places, planeFactors)));
+        });
     }
     static bool GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
         const V factors = PlaceFactors(pitch);
-        return FitsWord(pitch) && ForTexels(count, walk, [=](int x, V places, int) {
+        return FitsWord(pitch) && ForTexels(count, walk, [=](int x, V places) {
                    const Eight indexes(_mm256_madd_epi16(places, factors));
                    _mm_storel_epi64(reinterpret_cast<__m128i*>(target + x), BytesAt(source, indexes));
                });

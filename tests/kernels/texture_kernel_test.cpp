@@ -23,8 +23,10 @@ std::vector<BYTE> RandomBytes(std::size_t count, std::minstd_rand& random) {
 // A texture of `width` by `height` pixels that ends where its heap block ends, rows running either way.
 struct Texture {
     Texture(int bytesPerPixel, std::minstd_rand& random)
+        : Texture(bytesPerPixel, 1 + static_cast<int>(random() >> 8) % 90, random) {}
+    Texture(int bytesPerPixel, int pixels, std::minstd_rand& random)
         : bytes(bytesPerPixel),
-          width(1 + static_cast<int>(random() >> 8) % 90),
+          width(pixels),
           height(1 + static_cast<int>(random() >> 8) % 40),
           pitch((width * bytes + 3) / 4 * 4),
           memory(RandomBytes(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(height), random)) {
@@ -84,13 +86,15 @@ TEST(TextureKernels, BlendEveryCoverageAndKeepTheAlphaByte) {
         }
         std::minstd_rand random(9);
         for (int round = 0; round < 3000; ++round) {
-            const int count = round % 45;
+            const int count = round % 100;
             const auto pixelBytes = static_cast<std::size_t>(count) * 4;
             std::vector<BYTE> target = RandomBytes(pixelBytes, random), expected = target;
             const std::vector<BYTE> source = RandomBytes(pixelBytes, random);
             std::vector<BYTE> alpha = RandomBytes(static_cast<std::size_t>(count), random);
+            BYTE run = 0;   // clear, solid or neither for a while
             for (std::size_t i = 0; i < alpha.size(); ++i) {
-                alpha[i] = random() % 4 == 0 ? 255 : random() % 4 == 0 ? 0 : alpha[i];
+                run = random() % 24 == 0 ? static_cast<BYTE>(127 * (random() % 3)) : run;
+                alpha[i] = run == 127 ? alpha[i] : run == 254 ? 255 : 0;
                 const int weight = alpha[i] * 256 / 255;
                 for (std::size_t c = 4 * i; c < 4 * i + 3; ++c) {
                     expected[c] = static_cast<BYTE>((expected[c] * (256 - weight) + source[c] * weight) >> 8);
@@ -112,7 +116,10 @@ TEST(TextureKernels, CombineTheTexelsWithTheTarget) {
         std::minstd_rand random(11);
         for (int round = 0; round < 4000; ++round) {
             const int count = round % 70;
-            Texture texture(4, random), plane(1, random);
+            const int sharedWidth = 4 * (1 + round % 22);   // then their pixels mostly have the same places
+            const bool areAlike = round % 3 == 0;
+            Texture texture = areAlike ? Texture(4, sharedWidth, random) : Texture(4, random);
+            Texture plane = areAlike ? Texture(1, sharedWidth, random) : Texture(1, random);
             const int width = std::min(texture.width, plane.width), height = std::min(texture.height, plane.height);
             for (std::size_t i = 0; i + 4 <= texture.memory.size(); i += random() % 3 == 0 ? 4 : 8) {
                 std::copy_n("\x56\x34\x12", 3, texture.memory.begin() + static_cast<std::ptrdiff_t>(i));
