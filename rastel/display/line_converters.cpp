@@ -36,15 +36,15 @@ void ForRect(ConvertRect convert, unsigned char* dst, unsigned char* src, int wi
     }
 }
 
-// What rows take up, as addresses.
+// What rows of words take up, as addresses.
 struct Span {
     std::uintptr_t first, end;
 };
 
-Span SpanOf(const unsigned char* rows, int pitch, int rowBytes, int height) {
+Span SpanOf(const unsigned char* rows, int pitch, int width, int height) {
     const auto first = reinterpret_cast<std::uintptr_t>(rows);
     const auto last = reinterpret_cast<std::uintptr_t>(rows + static_cast<std::ptrdiff_t>(height - 1) * pitch);
-    return {std::min(first, last), std::max(first, last) + static_cast<std::uintptr_t>(rowBytes)};
+    return {std::min(first, last), std::max(first, last) + static_cast<std::uintptr_t>(width) * 4};
 }
 
 }   // namespace
@@ -116,7 +116,7 @@ void Blt32(unsigned char* dst, unsigned char* src, int width, int height, int ds
     if (width < 1 || height < 1) {
         return;
     }
-    const Span to = SpanOf(dst, dstPitch, width * 4, height), from = SpanOf(src, srcPitch, width * 4, height);
+    const Span to = SpanOf(dst, dstPitch, width, height), from = SpanOf(src, srcPitch, width, height);
     if (to.end <= from.first || from.end <= to.first) {
         Rows().copyRect(dst, dstPitch, src, srcPitch, width, height);
         return;

@@ -1,11 +1,14 @@
 #include <immintrin.h>
 
-#include "rastel/platform/portable/gdi/glyph_mix_avx2.h"
 #include "rastel/platform/portable/gdi/pick_plan.h"
 #include "rastel/platform/portable/gdi/row_kernels.h"
 #include "rastel/platform/portable/gdi/row_kernels_body.h"
 
 namespace rastel::platform {
+
+// In glyph_mix_avx2.cpp.
+void MixRowsByEight(unsigned char* target, std::ptrdiff_t targetPitch, const unsigned char* coverage,
+                    std::ptrdiff_t coveragePitch, int width, int height, DWORD color);
 
 namespace {
 

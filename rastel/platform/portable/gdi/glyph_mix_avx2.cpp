@@ -1,9 +1,9 @@
-// The same with eight pixels at a time. For the file of this instruction set only.
-#pragma once
-
+// Mixing by coverage, eight pixels at a time.
 #include <immintrin.h>
 
 #include "rastel/platform/portable/gdi/glyph_mix_body.h"
+
+namespace rastel::platform {
 
 namespace {
 
@@ -40,14 +40,14 @@ private:
                                            6, 6, 7, 7, 7, 7);
 };
 
-inline std::uint64_t EightBytes(const unsigned char* at) {
+std::uint64_t EightBytes(const unsigned char* at) {
     std::uint64_t eight;
     std::memcpy(&eight, at, sizeof(eight));
     return eight;
 }
 
 // Of every row the last eight are worked out from what was there before any of it is stored.
-inline void MixWideRow(const EightMixer& mixer, unsigned char* target, const unsigned char* coverage, int width) {
+void MixWideRow(const EightMixer& mixer, unsigned char* target, const unsigned char* coverage, int width) {
     const auto at = [target](int x) { return reinterpret_cast<__m256i*>(target + x * 4); };
     const int last = width - 8;
     const __m256i lastMixed = mixer.Mixed(_mm256_loadu_si256(at(last)), EightBytes(coverage + last));
@@ -60,7 +60,7 @@ inline void MixWideRow(const EightMixer& mixer, unsigned char* target, const uns
 }
 
 // Four to seven pixels: the first four and the last four side by side.
-inline void MixNarrowRow(const EightMixer& mixer, unsigned char* target, const unsigned char* coverage, int width) {
+void MixNarrowRow(const EightMixer& mixer, unsigned char* target, const unsigned char* coverage, int width) {
     auto* const first = reinterpret_cast<__m128i*>(target);
     auto* const last = reinterpret_cast<__m128i*>(target + (width - 4) * 4);
     const std::uint64_t bytes = FourBytes(coverage) | std::uint64_t{FourBytes(coverage + width - 4)} << 32;
@@ -71,8 +71,10 @@ inline void MixNarrowRow(const EightMixer& mixer, unsigned char* target, const u
     _mm_storeu_si128(first, _mm256_castsi256_si128(mixed));
 }
 
-inline void MixRowsByEight(unsigned char* target, std::ptrdiff_t targetPitch, const unsigned char* coverage,
-                           std::ptrdiff_t coveragePitch, int width, int height, DWORD color) {
+}   // namespace
+
+void MixRowsByEight(unsigned char* target, std::ptrdiff_t targetPitch, const unsigned char* coverage,
+                    std::ptrdiff_t coveragePitch, int width, int height, DWORD color) {
     if (width < 4) {
         MixRows(target, targetPitch, coverage, coveragePitch, width, height, color);
         return;
@@ -84,4 +86,4 @@ inline void MixRowsByEight(unsigned char* target, std::ptrdiff_t targetPitch, co
     }
 }
 
-}   // namespace
+}   // namespace rastel::platform
