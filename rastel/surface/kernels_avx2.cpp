@@ -1,6 +1,7 @@
 // The vector forms on AVX2.
 #include <immintrin.h>
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 

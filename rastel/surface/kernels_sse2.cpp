@@ -1,6 +1,7 @@
 // The vector forms on SSE2, which every x86-64 has.
 #include <emmintrin.h>
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
