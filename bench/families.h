@@ -19,6 +19,7 @@ void AddFilters(Suite& suite);
 void AddTriangles(Suite& suite);
 void AddRotations(Suite& suite);
 void AddText(Suite& suite);
+void AddFirstText(Suite& suite);
 void AddExchange(Suite& suite);
 void AddIcons(Suite& suite);
 void AddConvert(Suite& suite);

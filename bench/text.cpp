@@ -3,35 +3,12 @@
 #include <string>
 
 #include "families.h"
-#include "rastel/composite/adv_surface.h"
-#include "rastel/text/text_render.h"
+#include "letters.h"
 #include "support/contenders.h"
 #include "support/peers.h"
 
 namespace rastel::bench {
 namespace {
-
-constexpr char line[] = "The quick brown fox jumps over the lazy dog, sixty letters..";
-constexpr char family[] = "DejaVu Sans";
-
-struct Letters {
-    Letters(Scene& scene, int height, bool hasPlane) : target(new CAdvSurface, Releaser()) {
-        target->SetSurface(scene.At(0).target);
-        if (hasPlane) {
-            target->SetAlphaChannel(scene.At(0).targetPlane);
-        }
-        text.assign(std::begin(line), std::end(line) - 1);
-        const std::wstring name(std::begin(family), std::end(family) - 1);
-        render.SetFont(
-            ::CreateFontW(-height, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                          CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, DEFAULT_PITCH, name.c_str()),
-            1);
-        render.SetColor(RGB(20, 40, 60));
-    }
-    std::shared_ptr<CAdvSurface> target;
-    CTextRender render;
-    std::wstring text;
-};
 
 void AddRastel(Suite& suite, const std::string& operation, int height, bool hasPlane) {
     suite.AddPrepared(operation, hasPlane ? "Rastel, onto a plane" : "Rastel", [height, hasPlane](Scene& scene) {
@@ -61,6 +38,14 @@ void AddHeight(Suite& suite, int height) {
         };
     });
 #endif
+#if defined(RASTEL_BENCH_HAS_SDL2_TTF)
+    suite.AddPrepared(operation, "SDL2_ttf", [height](Scene& scene) {
+        return [font = std::shared_ptr<TTF_Font>(OpenTtf(height)), height,
+                targets = SdlSurfaces(scene, [](const Round& r) { return r.target; })](const Round& r) {
+            return DrawTtf(font.get(), targets[static_cast<std::size_t>(r.index)].get(), r, height);
+        };
+    });
+#endif
 }
 
 }   // namespace
@@ -69,6 +54,9 @@ void AddText(Suite& suite) {
     for (const int height : {12, 20, 48}) {
         AddHeight(suite, height);
     }
+#if defined(RASTEL_BENCH_HAS_FIRST_TEXT)
+    AddFirstText(suite);
+#endif
 }
 
 }   // namespace rastel::bench
