@@ -4,6 +4,9 @@
 
 namespace rastel::kernels {
 
+// Internal to each file that includes it, as in texel_walk.h.
+namespace {
+
 template <class V>
 inline V Pinned(V constant) {
 #if defined(__GNUC__)
@@ -11,5 +14,7 @@ inline V Pinned(V constant) {
 #endif
     return constant;
 }
+
+}   // namespace
 
 }   // namespace rastel::kernels
