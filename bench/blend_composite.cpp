@@ -1,8 +1,9 @@
-// A composite with a plane over a composite with a plane. The peers but Qt blend premultiplied pixels, which is less
-// work.
+// A composite with a plane over a composite with a plane. Pixels of the peers are premultiplied, which is less work,
+// where their name does not call them straight.
 #include "families.h"
 #include "rastel/composite/adv_surface.h"
 #include "support/contenders.h"
+#include "support/imlib2_peers.h"
 #include "support/peers.h"
 #include "support/qt_peers.h"
 
@@ -56,6 +57,17 @@ void AddBlendComposite(Suite& suite) {
                 targets = QtPainters(scene, QImage::Format_ARGB32)](const Round& r) {
             const auto i = static_cast<std::size_t>(r.index);
             targets[i]->painter.drawImage(r.x, r.y, sources[i]);
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_IMLIB2)
+    suite.AddPrepared(operation, "Imlib2, straight", [](Scene& scene) {
+        return [sources = Imlib2Images(
+                    scene, [](const Round& r) { return r.noise; }, true),
+                targets = Imlib2Images(
+                    scene, [](const Round& r) { return r.target; }, true)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            Imlib2Blend(sources[i], targets[i], r);
         };
     });
 #endif

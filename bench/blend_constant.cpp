@@ -2,6 +2,7 @@
 #include "families.h"
 #include "support/contenders.h"
 #include "support/peers.h"
+#include "support/qt_peers.h"
 
 namespace rastel::bench {
 namespace {
@@ -50,6 +51,19 @@ void AddConstant(Suite& suite) {
             const auto i = static_cast<std::size_t>(r.index);
             SDL_Rect to = SdlRect(r);
             return SDL_BlitSurface(sources[i].get(), nullptr, targets[i].get(), &to) == 0;
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_QT)
+    suite.AddPrepared(operation, "Qt", [](Scene& scene) {
+        auto targets = QtPainters(scene, QImage::Format_RGB32);
+        for (const auto& target : targets) {
+            target->painter.setOpacity(alpha / 255.0);
+        }
+        return [targets, sources = QtImages(
+                             scene, [](const Round& r) { return r.noise; }, QImage::Format_RGB32)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            targets[i]->painter.drawImage(r.x, r.y, sources[i]);
         };
     });
 #endif

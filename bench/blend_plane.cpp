@@ -3,7 +3,9 @@
 
 #include "families.h"
 #include "support/contenders.h"
+#include "support/imlib2_peers.h"
 #include "support/peers.h"
+#include "support/qt_peers.h"
 
 namespace rastel::bench {
 namespace {
@@ -85,6 +87,38 @@ void AddPicture(Suite& suite, const PlaneKind& kind) {
                 SDL_Rect to = SdlRect(r);
                 return SDL_BlitSurface(sources[i].get(), nullptr, targets[i].get(), &to) == 0;
             };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_QT)
+    suite.AddPrepared(operation, "Qt, straight", [kind](Scene& scene) {
+        auto pictures = std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind));
+        std::vector<QImage> sources;
+        const Size size = scene.GetSize();
+        for (std::vector<DWORD>& picture : *pictures) {
+            sources.emplace_back(reinterpret_cast<uchar*>(picture.data()), size.width, size.height, size.width * 4,
+                                 QImage::Format_ARGB32);
+        }
+        return [pictures, sources, targets = QtPainters(scene, QImage::Format_RGB32)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            targets[i]->painter.drawImage(r.x, r.y, sources[i]);
+        };
+    });
+#endif
+#if defined(RASTEL_BENCH_HAS_IMLIB2)
+    suite.AddPrepared(operation, "Imlib2, straight", [kind](Scene& scene) {
+        auto pictures = std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind));
+        std::vector<Imlib2Owner> sources;
+        const Size size = scene.GetSize();
+        for (std::vector<DWORD>& picture : *pictures) {
+            sources.push_back(
+                Imlib2Image({reinterpret_cast<BYTE*>(picture.data()), size.width * 4}, size.height, true));
+        }
+        return [pictures, sources,
+                targets = Imlib2Images(
+                    scene, [](const Round& r) { return r.target; }, false)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            Imlib2Blend(sources[i], targets[i], r);
+        };
     });
 #endif
 #if defined(RASTEL_BENCH_HAS_LIBYUV)

@@ -5,6 +5,7 @@
 #include "families.h"
 #include "rastel/composite/adv_surface.h"
 #include "support/contenders.h"
+#include "support/imlib2_peers.h"
 #include "support/peers.h"
 #include "support/qt_peers.h"
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr double radians = 3.14159265358979323846 / 180;
 
-enum class Source { Opaque, Key, Plane };
+enum class Source { Opaque, Key, Plane, DiscPlane };
 
 void AddRastel(Suite& suite, const std::string& operation, Source kind, int degrees) {
     suite.AddPrepared(operation, "Rastel", [kind, degrees](Scene& scene) {
@@ -33,6 +34,8 @@ void AddRastel(Suite& suite, const std::string& operation, Source kind, int degr
             targets.push_back(composite(r.target));
             if (kind == Source::Plane) {
                 sources.back()->SetAlphaChannel(r.plane);
+            } else if (kind == Source::DiscPlane) {
+                sources.back()->SetAlphaChannel(r.discPlane);
             } else if (kind == Source::Key) {
                 sources.back()->SetColorKey(transparentKey);
             }
@@ -120,6 +123,28 @@ struct Turn {
         };
     });
 #endif
+#if defined(RASTEL_BENCH_HAS_IMLIB2)
+    suite.AddPrepared(operation, "Imlib2", [degrees](Scene& scene) {
+        return [degrees,
+                sources = Imlib2Images(
+                    scene, [](const Round& r) { return r.noise; }, false),
+                targets = Imlib2Images(
+                    scene, [](const Round& r) { return r.target; }, false)](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            const double c = std::cos(degrees * radians), s = std::sin(degrees * radians);
+            const double w = r.width, h = r.height;
+            const auto rounded = [](double value) { return static_cast<int>(std::lround(value)); };
+            imlib_context_set_image(targets[i].get());
+            imlib_context_set_anti_alias(0);
+            imlib_context_set_blend(0);
+            imlib_context_set_cliprect(r.x, r.y, r.width, r.height);
+            imlib_blend_image_onto_image_skewed(sources[i].get(), 0, 0, 0, r.width, r.height,
+                                                rounded(r.x + (w - c * w + s * h) / 2),
+                                                rounded(r.y + (h - s * w - c * h) / 2), rounded(c * w), rounded(s * w),
+                                                rounded(-s * h), rounded(c * h));
+        };
+    });
+#endif
 #if defined(RASTEL_BENCH_HAS_OPENCV)
     suite.Add(operation, "OpenCV", [degrees](const Round& r) {
         cv::setNumThreads(1);
@@ -148,6 +173,8 @@ void AddRotations(Suite& suite) {
     AddRastel(suite, "turn by 30, key", Source::Key, 30);
     AddMemcpy(suite, "turn by 30, plane");
     AddRastel(suite, "turn by 30, plane", Source::Plane, 30);
+    AddMemcpy(suite, "turn by 30, disc");
+    AddRastel(suite, "turn by 30, disc", Source::DiscPlane, 30);
 }
 
 }   // namespace rastel::bench

@@ -1,5 +1,7 @@
 #include "support/scene.h"
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 #include <stdexcept>
 
@@ -59,6 +61,21 @@ void PaintInk(CAlphaChannel& plane, unsigned seed) {
     }
 }
 
+// An ellipse up to the edges, with a rim of three pixels from solid to clear.
+void PaintDisc(CAlphaChannel& plane) {
+    constexpr double rim = 3;
+    const Area area = PixelsOf(plane);
+    const double middleX = plane.GetWidth() / 2.0, middleY = plane.GetHeight() / 2.0;
+    for (int y = 0; y < plane.GetHeight(); ++y) {
+        for (int x = 0; x < plane.GetWidth(); ++x) {
+            const double inside =
+                (1 - std::hypot((x + 0.5) / middleX - 1, (y + 0.5) / middleY - 1)) * std::min(middleX, middleY);
+            area.at[static_cast<std::ptrdiff_t>(y) * area.pitch + x] =
+                static_cast<BYTE>(std::clamp(inside / rim, 0.0, 1.0) * 255);
+        }
+    }
+}
+
 Area Inside(Area whole, int x, int y, int bytesPerPixel) {
     return {whole.at + static_cast<std::ptrdiff_t>(y) * whole.pitch + x * bytesPerPixel, whole.pitch};
 }
@@ -84,12 +101,14 @@ Scene::Scene(CDisplayManager& manager, Size size) : manager_(manager), size_(siz
         b.target = Owned<SurfaceOwner>(manager.CreateSurface(w + targetMargin, h + targetMargin));
         b.plane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w, h));
         b.inkPlane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w, h));
+        b.discPlane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w, h));
         b.targetPlane = Owned<PlaneOwner>(manager.CreateAlphaChannel(w + targetMargin, h + targetMargin));
         Paint(*b.sprite, 3 * i + 1, 24);
         Paint(*b.noise, 3 * i + 2, 1);
         Paint(*b.target, 3 * i + 3, 24);
         Paint(*b.plane, 2 * i + 1);
         PaintInk(*b.inkPlane, i + 1);
+        PaintDisc(*b.discPlane);
         Paint(*b.targetPlane, 2 * i + 2);
         buffers_.push_back(std::move(b));
     }
@@ -106,6 +125,7 @@ Scene::Scene(CDisplayManager& manager, Size size) : manager_(manager), size_(siz
         r.target = b.target.get();
         r.plane = b.plane.get();
         r.inkPlane = b.inkPlane.get();
+        r.discPlane = b.discPlane.get();
         r.targetPlane = b.targetPlane.get();
         r.fromSprite = PixelsOf(*b.sprite);
         r.fromNoise = PixelsOf(*b.noise);

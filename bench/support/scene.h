@@ -36,8 +36,9 @@ struct Round {
     CSurface* sprite;   // runs of colours with alpha 255 between runs of 0
     CSurface* noise;    // the same two kinds of pixels, at random
     CSurface* target;
-    CAlphaChannel* plane;      // bytes at random
-    CAlphaChannel* inkPlane;   // as a page of text has them: mostly 0
+    CAlphaChannel* plane;       // bytes at random
+    CAlphaChannel* inkPlane;    // as a page of text has them: mostly 0
+    CAlphaChannel* discPlane;   // as a sprite has them: solid within, clear in the corners, soft between
     CAlphaChannel* targetPlane;
 
     // The same pixels for those who know no Rastel: whole stores, and for `to` and `toPlane` the corner at (x, y).
@@ -63,7 +64,7 @@ public:
 private:
     struct Buffers {
         SurfaceOwner sprite, noise, target, wide;
-        PlaneOwner plane, inkPlane, targetPlane;
+        PlaneOwner plane, inkPlane, discPlane, targetPlane;
     };
 
     CDisplayManager& manager_;
