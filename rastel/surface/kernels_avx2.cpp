@@ -292,25 +292,29 @@ struct Vec {
                    use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
                });
     }
-    // Texels and the bytes of a plane at the same places, side by side.
-    static bool GatherCovered(BYTE* texels, BYTE* coverage, const BYTE* source, int pitch, const BYTE* plane,
-                              int planePitch, int count, const TexelWalk& walk) {
+    // use(x, texels, coverage), with the bytes of a plane at the same places as by CoverageWords. Texels of no coverage
+    // may be left out.
+    template <class Use>
+    static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, int count,
+                              const TexelWalk& walk, Use use) {
         if (pitch % 4 != 0 || !FitsWord(pitch / 4) || !FitsWord(planePitch)) {
             return false;
         }
-        const auto store = [=](int x, const Eight& indexes, const Eight& planeIndexes) {
-            Store(texels + x * 4, TexelsAt(source, indexes));
-            _mm_storel_epi64(reinterpret_cast<__m128i*>(coverage + x), BytesAt(plane, planeIndexes));
-        };
         const V factors = PlaceFactors(pitch / 4), planeFactors = PlaceFactors(planePitch);
+        const auto combine = [=](int x, const Eight& indexes, const Eight& planeIndexes) {
+            const __m128i coverage = BytesAt(plane, planeIndexes);
+            if (!_mm_testz_si128(coverage, coverage)) {
+                use(x, TexelsAt(source, indexes), RepeatedWords(coverage));
+            }
+        };
         if (pitch / 4 == planePitch) {   // as stores of one size mostly have them
             return ForTexels(count, walk, [=](int x, V places) {
                 const Eight indexes(_mm256_madd_epi16(places, factors));
-                store(x, indexes, indexes);
+                combine(x, indexes, indexes);
             });
         }
         return ForTexels(count, walk, [=](int x, V places) {
-            store(x, Eight(_mm256_madd_epi16(places, factors)), Eight(_mm256_madd_epi16(places, planeFactors)));
+            combine(x, Eight(_mm256_madd_epi16(places, factors)), Eight(_mm256_madd_epi16(places, planeFactors)));
         });
     }
     static bool GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {

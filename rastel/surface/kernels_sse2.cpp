@@ -150,7 +150,10 @@ struct Vec {
     static bool GatherTexels(const BYTE*, int, int, const TexelWalk&, Use) {
         return false;
     }
-    static bool GatherCovered(BYTE*, BYTE*, const BYTE*, int, const BYTE*, int, int, const TexelWalk&) { return false; }
+    template <class Use>
+    static bool GatherCovered(const BYTE*, int, const BYTE*, int, int, const TexelWalk&, Use) {
+        return false;
+    }
     static bool GatherBytes(BYTE*, const BYTE*, int, int, const TexelWalk&) { return false; }
     static V CoverageWords(const BYTE* at) {   // of one vector of pixels
         const V words = WidenLow(LoadQuarter(at));
