@@ -37,6 +37,21 @@ constexpr PlaneKind kinds[] = {{"noise", &Round::plane, &Round::fromPlane},
     return pictures;
 }
 
+// Such pictures and a peer's images over their pixels, one for each round.
+template <class Image>
+struct StraightSources {
+    template <class Make>
+    StraightSources(const Scene& scene, const PlaneKind& kind, Make make)
+        : pictures(std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind))) {
+        const Size size = scene.GetSize();
+        for (std::vector<DWORD>& picture : *pictures) {
+            images.push_back(make(Area{reinterpret_cast<BYTE*>(picture.data()), size.width * 4}, size));
+        }
+    }
+    std::shared_ptr<std::vector<std::vector<DWORD>>> pictures;
+    std::vector<Image> images;
+};
+
 void AddPicture(Suite& suite, const PlaneKind& kind) {
     const std::string operation = std::string("alpha, ") + kind.name;
     suite.Aim(operation, 1.5, 640 * 480);
@@ -72,52 +87,39 @@ void AddPicture(Suite& suite, const PlaneKind& kind) {
 #endif
 #if defined(RASTEL_BENCH_HAS_SDL2)
     suite.AddPrepared(operation, "SDL2", [kind](Scene& scene) {
-        auto pictures = std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind));
-        std::vector<SdlOwner> sources;
-        const Size size = scene.GetSize();
-        for (std::vector<DWORD>& picture : *pictures) {
-            sources.emplace_back(SDL_CreateRGBSurfaceWithFormatFrom(picture.data(), size.width, size.height, 32,
-                                                                    size.width * 4, SDL_PIXELFORMAT_ARGB8888),
+        const StraightSources<SdlOwner> sources(scene, kind, [](Area area, Size size) {
+            const SdlOwner image(SDL_CreateRGBSurfaceWithFormatFrom(area.at, size.width, size.height, 32, area.pitch,
+                                                                    SDL_PIXELFORMAT_ARGB8888),
                                  SDL_FreeSurface);
-            SDL_SetSurfaceBlendMode(sources.back().get(), SDL_BLENDMODE_BLEND);
-        }
-        return
-            [pictures, sources, targets = SdlSurfaces(scene, [](const Round& r) { return r.target; })](const Round& r) {
-                const auto i = static_cast<std::size_t>(r.index);
-                SDL_Rect to = SdlRect(r);
-                return SDL_BlitSurface(sources[i].get(), nullptr, targets[i].get(), &to) == 0;
-            };
+            SDL_SetSurfaceBlendMode(image.get(), SDL_BLENDMODE_BLEND);
+            return image;
+        });
+        return [sources, targets = SdlSurfaces(scene, [](const Round& r) { return r.target; })](const Round& r) {
+            const auto i = static_cast<std::size_t>(r.index);
+            SDL_Rect to = SdlRect(r);
+            return SDL_BlitSurface(sources.images[i].get(), nullptr, targets[i].get(), &to) == 0;
+        };
     });
 #endif
 #if defined(RASTEL_BENCH_HAS_QT)
     suite.AddPrepared(operation, "Qt, straight", [kind](Scene& scene) {
-        auto pictures = std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind));
-        std::vector<QImage> sources;
-        const Size size = scene.GetSize();
-        for (std::vector<DWORD>& picture : *pictures) {
-            sources.emplace_back(reinterpret_cast<uchar*>(picture.data()), size.width, size.height, size.width * 4,
-                                 QImage::Format_ARGB32);
-        }
-        return [pictures, sources, targets = QtPainters(scene, QImage::Format_RGB32)](const Round& r) {
+        const StraightSources<QImage> sources(scene, kind, [](Area area, Size size) {
+            return QImage(area.at, size.width, size.height, area.pitch, QImage::Format_ARGB32);
+        });
+        return [sources, targets = QtPainters(scene, QImage::Format_RGB32)](const Round& r) {
             const auto i = static_cast<std::size_t>(r.index);
-            targets[i]->painter.drawImage(r.x, r.y, sources[i]);
+            targets[i]->painter.drawImage(r.x, r.y, sources.images[i]);
         };
     });
 #endif
 #if defined(RASTEL_BENCH_HAS_IMLIB2)
     suite.AddPrepared(operation, "Imlib2, straight", [kind](Scene& scene) {
-        auto pictures = std::make_shared<std::vector<std::vector<DWORD>>>(PicturesWithAlpha(scene, kind));
-        std::vector<Imlib2Owner> sources;
-        const Size size = scene.GetSize();
-        for (std::vector<DWORD>& picture : *pictures) {
-            sources.push_back(
-                Imlib2Image({reinterpret_cast<BYTE*>(picture.data()), size.width * 4}, size.height, true));
-        }
-        return [pictures, sources,
-                targets = Imlib2Images(
-                    scene, [](const Round& r) { return r.target; }, false)](const Round& r) {
+        const StraightSources<Imlib2Owner> sources(
+            scene, kind, [](Area area, Size size) { return Imlib2Image(area, size.height, true); });
+        return [sources, targets = Imlib2Images(
+                             scene, [](const Round& r) { return r.target; }, false)](const Round& r) {
             const auto i = static_cast<std::size_t>(r.index);
-            Imlib2Blend(sources[i], targets[i], r);
+            Imlib2Blend(sources.images[i], targets[i], r);
         };
     });
 #endif

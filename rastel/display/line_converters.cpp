@@ -1,15 +1,16 @@
 #include "rastel/display/line_converters.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 #include "rastel/display/palette_map.h"
 #include "rastel/surface/kernels.h"
+#include "rastel/surface/memory_span.h"
 
 using rastel::kernels::PlainRows;
 using rastel::kernels::Rows;
+using rastel::kernels::SpanOf;
 
 namespace {
 
@@ -34,17 +35,6 @@ void ForRect(ConvertRect convert, unsigned char* dst, unsigned char* src, int wi
     if (width > 0) {
         convert(dst, dstPitch, src, srcPitch, width, height);
     }
-}
-
-// What rows of words take up, as addresses.
-struct Span {
-    std::uintptr_t first, end;
-};
-
-Span SpanOf(const unsigned char* rows, int pitch, int width, int height) {
-    const auto first = reinterpret_cast<std::uintptr_t>(rows);
-    const auto last = reinterpret_cast<std::uintptr_t>(rows + static_cast<std::ptrdiff_t>(height - 1) * pitch);
-    return {std::min(first, last), std::max(first, last) + static_cast<std::uintptr_t>(width) * 4};
 }
 
 }   // namespace
@@ -116,8 +106,8 @@ void Blt32(unsigned char* dst, unsigned char* src, int width, int height, int ds
     if (width < 1 || height < 1) {
         return;
     }
-    const Span to = SpanOf(dst, dstPitch, width, height), from = SpanOf(src, srcPitch, width, height);
-    if (to.end <= from.first || from.end <= to.first) {
+    const std::size_t bytes = static_cast<std::size_t>(width) * 4;
+    if (!SpanOf(dst, dstPitch, bytes, height).Meets(SpanOf(src, srcPitch, bytes, height))) {
         Rows().copyRect(dst, dstPitch, src, srcPitch, width, height);
         return;
     }

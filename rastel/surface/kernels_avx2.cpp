@@ -7,6 +7,7 @@
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
+#include "rastel/surface/memory_span.h"
 #include "rastel/surface/pinned.h"
 #include "rastel/surface/texel_walk.h"
 

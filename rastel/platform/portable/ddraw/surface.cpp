@@ -233,7 +233,7 @@ HRESULT DeviceSurface::GetPixelFormat(LPDDPIXELFORMAT format) {
     if (!format || format->dwSize != sizeof(DDPIXELFORMAT)) {
         return DDERR_INVALIDPARAMS;
     }
-    *format = DescribedFormat(format_, toldBits_);
+    *format = described_.ddpfPixelFormat;
     return DD_OK;
 }
 

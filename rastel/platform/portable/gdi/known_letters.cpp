@@ -26,8 +26,9 @@ const KnownLetter* KnownLetters::Find(char32_t character) const {
 }
 
 void KnownLetters::Keep(char32_t character, const KnownLetter& letter) {
-    if (character >= letters_.size() || letter.image->Bytes() > kLargestLetter) {
-        return;
+    if (character >= letters_.size() || letter.image->Bytes() > kLargestLetter || generation_ != Generation() ||
+        letters_[character].load()) {
+        return;   // large, never to be found, or there already
     }
     auto kept = std::make_unique<const KnownLetter>(letter);
     const KnownLetter* none = nullptr;
