@@ -8,11 +8,17 @@
 
 #include "rastel/platform/types.h"
 #include "rastel/raster/texture_steps.h"
+#include "rastel/raster/triangle_walk.h"
 #include "rastel/surface/texel_walk.h"
 
 namespace rastel::raster {
 
 using kernels::TexelWalk;
+
+inline TexelWalk WalkAlong(const Span<std::int32_t>& span) {
+    return {{static_cast<DWORD>(span.u), static_cast<DWORD>(span.v), static_cast<DWORD>(span.stepU),
+             static_cast<DWORD>(span.stepV)}};
+}
 
 // On one row of the texture, with steps of nearly one texel: runs of texels that lie side by side, broken where the
 // steps' difference from one texel has summed up to one.
@@ -62,7 +68,7 @@ template <int bytesPerPixel>
 void CopyAcross(CopyStep<bytesPerPixel> step, BYTE* target, int count, TexelWalk walk) {
     if (count >= longSpan) {
         const auto copy = bytesPerPixel == 4 ? kernels::Rows().textureRow : kernels::Rows().textureBytesRow;
-        copy(target, step.bits, static_cast<int>(step.pitch), count, walk.u, walk.v, walk.stepU, walk.stepV);
+        copy(target, step.bits, static_cast<int>(step.pitch), count, walk);
     } else {
         kernels::TexelsInTurn<bytesPerPixel>(target, step.bits, step.pitch, count, walk);
     }

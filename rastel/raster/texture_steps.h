@@ -24,8 +24,13 @@ struct CopyStep {
 
     explicit CopyStep(const PixelLock& texture) : bits(texture.At(0, 0)), pitch(texture.Pitch()) {}
 
+    std::ptrdiff_t Pitch() const { return pitch; }
     const BYTE* At(int u, int v) const { return bits + v * pitch + static_cast<std::ptrdiff_t>(u) * pixelBytes; }
     void DrawTexel(BYTE* target, int u, int v) const { std::memcpy(target, At(u, v), pixelBytes); }
+    void DrawTile(BYTE* target, int targetPitch, int count, const kernels::TexelLine* lines) const {
+        const auto draw = pixelBytes == 4 ? kernels::Rows().textureTile : kernels::Rows().textureBytesTile;
+        draw(target, targetPitch, bits, static_cast<int>(pitch), count, lines);
+    }
 
     const BYTE* bits;
     std::ptrdiff_t pitch;
@@ -39,10 +44,14 @@ struct KeyStep {
         kernels::Rows().keyCopyRect(target, 0, texels, 0, count, 1, key);
     }
     void CombineAcross(BYTE* target, int count, const kernels::TexelWalk& walk) const {
-        kernels::Rows().textureKeyRow(target, source.bits, static_cast<int>(source.pitch), count, walk.u, walk.v,
-                                      walk.stepU, walk.stepV, key);
+        kernels::Rows().textureKeyRow(target, source.bits, static_cast<int>(source.pitch), count, walk, key);
     }
     void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), 1); }
+    void DrawTile(BYTE* target, int targetPitch, int count, const kernels::TexelLine* lines) const {
+        kernels::Rows().textureKeyTile(target, targetPitch, source.bits, static_cast<int>(source.pitch), count, lines,
+                                       key);
+    }
+    std::ptrdiff_t Pitch() const { return source.pitch; }
 
     CopyStep<4> source;
     DWORD key;   // 0x00RRGGBB
@@ -58,9 +67,14 @@ struct BlendStep {
     }
     void CombineAcross(BYTE* target, int count, const kernels::TexelWalk& walk) const {
         kernels::Rows().texturePlaneRow(target, source.bits, static_cast<int>(source.pitch), plane.bits,
-                                        static_cast<int>(plane.pitch), count, walk.u, walk.v, walk.stepU, walk.stepV);
+                                        static_cast<int>(plane.pitch), count, walk);
     }
     void DrawTexel(BYTE* target, int u, int v) const { Combine(target, source.At(u, v), plane.At(u, v), 1); }
+    void DrawTile(BYTE* target, int targetPitch, int count, const kernels::TexelLine* lines) const {
+        kernels::Rows().texturePlaneTile(target, targetPitch, source.bits, static_cast<int>(source.pitch), plane.bits,
+                                         static_cast<int>(plane.pitch), count, lines);
+    }
+    std::ptrdiff_t Pitch() const { return source.pitch; }
 
     CopyStep<4> source;
     CopyStep<1> plane;

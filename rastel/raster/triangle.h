@@ -4,6 +4,7 @@
 
 #include "rastel/platform/framework.h"
 #include "rastel/raster/face3d.h"
+#include "rastel/raster/span_tiles.h"
 #include "rastel/raster/texture_spans.h"
 #include "rastel/raster/triangle_walk.h"
 #include "rastel/surface/pixel_lock.h"
@@ -28,10 +29,12 @@ void DrawTriangle(const PixelLock& target, const FACE3D& face, const CRect& clip
         return bits + span.y * pitch + static_cast<std::ptrdiff_t>(span.x) * Step::pixelBytes;
     };
     if (KeepsLimits(face, textureWidth, textureHeight)) {
+        if (CrowdsTheCache(face, step.Pitch(), Step::pixelBytes)) {
+            DrawInTiles(target, face, clip, step);
+            return;
+        }
         const auto draw = [=](const Span<std::int32_t>& span) {
-            DrawSpan(step, pixelAt(span), span.last - span.x + 1,
-                     {static_cast<DWORD>(span.u), static_cast<DWORD>(span.v), static_cast<DWORD>(span.stepU),
-                      static_cast<DWORD>(span.stepV)});
+            DrawSpan(step, pixelAt(span), span.last - span.x + 1, WalkAlong(span));
         };
         TriangleWalk<std::int32_t, decltype(draw)>(face, clip, draw).Run();
     } else if (textureWidth > 0 && textureHeight > 0) {

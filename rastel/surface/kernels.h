@@ -9,6 +9,7 @@
 #include <span>
 
 #include "rastel/platform/types.h"
+#include "rastel/surface/texel_line.h"
 
 namespace rastel::kernels {
 
@@ -96,17 +97,24 @@ struct RowTable {
 
     // Texels side by side: pixel i is the source's at column (u + i * stepU) >> 16 of row (v + i * stepV) >> 16. Sums
     // wrap; all texels lie inside the source, below 32768 both ways.
-    void (*textureRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                       DWORD stepV);
+    void (*textureRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line);
     // The same for a plane's bytes.
-    void (*textureBytesRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                            DWORD stepV);
-    // The same onto a target, as keyCopyRect and as textureBlendRow do it; the plane's byte is the one at the texel's
+    void (*textureBytesRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line);
+    // textureRow onto a target, as keyCopyRect and as textureBlendRow do it; the plane's byte is the one at the texel's
     // column and row.
-    void (*textureKeyRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                          DWORD stepV, DWORD key);
+    void (*textureKeyRow)(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line, DWORD key);
     void (*texturePlaneRow)(BYTE* target, const BYTE* source, int sourcePitch, const BYTE* plane, int planePitch,
-                            int count, DWORD u, DWORD v, DWORD stepU, DWORD stepV);
+                            int count, TexelLine line);
+    // The same four for `tileRows` rows at once, in an order that meets the source's cache lines again soon where the
+    // texels' lines run down it. `count` is a multiple of tileColumns.
+    void (*textureTile)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                        const TexelLine* lines);
+    void (*textureBytesTile)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                             const TexelLine* lines);
+    void (*textureKeyTile)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                           const TexelLine* lines, DWORD key);
+    void (*texturePlaneTile)(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* plane,
+                             int planePitch, int count, const TexelLine* lines);
     // For each colour byte (target * (256 - w) + source * w) >> 8, w the plane's byte, but 256 for 255; the target
     // keeps its alpha byte.
     void (*textureBlendRow)(BYTE* target, const BYTE* source, const BYTE* alpha, int count);

@@ -1,9 +1,11 @@
 // The vector forms on AVX2.
 #include <immintrin.h>
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "rastel/platform/cpu.h"
 #include "rastel/surface/kernel_tables.h"
@@ -220,29 +222,60 @@ struct Vec {
         }
     };
 
-    // Textures. Runs `group(x, places)` for texels x to x + 7 until all are done; the last group may begin with texels
-    // that have been done. A place is the texel's row in the low word and its column in the high one. False, and
-    // nothing is done, for fewer texels than a group has.
-    template <class Group>
-    static bool ForTexels(int count, const TexelWalk& walk, Group group) {
-        if (count < 8) {
+    // Textures. Where the eight texels from a line's first one on lie, and the next eight, and so on.
+    class EightPlaces {
+    public:
+        explicit EightPlaces(const TexelLine& line)
+            : u_(Lanes(line.u, line.stepU)),
+              v_(Lanes(line.v, line.stepV)),
+              nextU_(Set32(line.stepU * 8)),
+              nextV_(Set32(line.stepV * 8)) {}
+        V Next() {
+            const V places = _mm256_blend_epi16(_mm256_srli_epi32(v_, 16), u_, 0xAA);
+            u_ = Add32(u_, nextU_);
+            v_ = Add32(v_, nextV_);
+            return places;
+        }
+
+    private:
+        static V Lanes(DWORD first, DWORD step) {
+            return Add32(Set32(first), _mm256_mullo_epi32(_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7), Set32(step)));
+        }
+        V u_, v_, nextU_, nextV_;
+    };
+    // Runs `group(target, places)` for all texels, eight by eight; the last group may begin with texels that have been
+    // done. A place is the texel's row in the low word and its column in the high one. False, and nothing is done, for
+    // fewer texels than a group has.
+    template <int pixelBytes, class Group>
+    static bool ForGroups(const TexelRow& row, Group group) {
+        if (row.count < 8) {
             return false;
         }
-        const V order = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
-        const auto lanes = [=](DWORD first, DWORD step) {
-            return Add32(Set32(first), _mm256_mullo_epi32(order, Set32(step)));
-        };
-        const V nextU = Set32(walk.stepU * 8), nextV = Set32(walk.stepV * 8);
-        for (int first = 0, end = count & ~7;; first = count - 8, end = count) {
-            const TexelWalk from = walk.After(first);
-            V u = lanes(from.u, walk.stepU), v = lanes(from.v, walk.stepV);
-            for (int x = first; x < end; x += 8, u = Add32(u, nextU), v = Add32(v, nextV)) {
-                group(x, _mm256_blend_epi16(_mm256_srli_epi32(v, 16), u, 0xAA));
+        for (int first = 0, end = row.count & ~7;; first = row.count - 8, end = row.count) {
+            EightPlaces places(row.walk.After(first));
+            for (int x = first; x < end; x += 8) {
+                group(row.target + x * pixelBytes, places.Next());
             }
-            if (end == count) {
+            if (end == row.count) {
                 return true;
             }
         }
+    }
+    // Eight texels of each row before the next eight of the first.
+    template <int pixelBytes, class Group>
+    static bool ForGroups(const TexelTile& tile, Group group) {
+        const auto begin = [&]<std::size_t... rows>(std::index_sequence<rows...>) {
+            return std::array{EightPlaces(tile.lines[rows])...};
+        };
+        auto places = begin(std::make_index_sequence<tileRows>());
+        for (int x = 0; x < tile.count; x += 8) {
+            BYTE* target = tile.target + x * pixelBytes;
+            for (EightPlaces& inRow : places) {
+                group(target, inRow.Next());
+                target += tile.targetPitch;
+            }
+        }
+        return true;
     }
     // How far from the first texel places lie, in texels, by a multiplication with the pitch in texels. Rows and
     // columns fit 16 bits, and so must the pitch.
@@ -285,44 +318,45 @@ struct Vec {
         };
         return _mm_unpacklo_epi32(four(0), four(4));
     }
-    // use(x, texels), a texel perhaps twice.
-    template <class Use>
-    static bool GatherTexels(const BYTE* source, int pitch, int count, const TexelWalk& walk, Use use) {
+    // use(target, texels) for a TexelRow or a TexelTile, a row's texel perhaps twice.
+    template <class Texels, class Use>
+    static bool GatherTexels(const BYTE* source, int pitch, const Texels& wanted, Use use) {
         const V factors = PlaceFactors(pitch / 4);
-        return pitch % 4 == 0 && FitsWord(pitch / 4) && ForTexels(count, walk, [=](int x, V places) {
-                   use(x, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
+        return pitch % 4 == 0 && FitsWord(pitch / 4) && ForGroups<4>(wanted, [=](BYTE* target, V places) {
+                   use(target, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
                });
     }
-    // use(x, texels, coverage), with the bytes of a plane at the same places as by CoverageWords. Texels of no coverage
-    // may be left out.
-    template <class Use>
-    static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, int count,
-                              const TexelWalk& walk, Use use) {
+    // use(target, texels, coverage), with the bytes of a plane at the same places as by CoverageWords. Texels of no
+    // coverage may be left out.
+    template <class Texels, class Use>
+    static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, const Texels& wanted,
+                              Use use) {
         if (pitch % 4 != 0 || !FitsWord(pitch / 4) || !FitsWord(planePitch)) {
             return false;
         }
         const V factors = PlaceFactors(pitch / 4), planeFactors = PlaceFactors(planePitch);
-        const auto combine = [=](int x, const Eight& indexes, const Eight& planeIndexes) {
+        const auto combine = [=](BYTE* target, const Eight& indexes, const Eight& planeIndexes) {
             const __m128i coverage = BytesAt(plane, planeIndexes);
             if (!_mm_testz_si128(coverage, coverage)) {
-                use(x, TexelsAt(source, indexes), RepeatedWords(coverage));
+                use(target, TexelsAt(source, indexes), RepeatedWords(coverage));
             }
         };
         if (pitch / 4 == planePitch) {   // as stores of one size mostly have them
-            return ForTexels(count, walk, [=](int x, V places) {
+            return ForGroups<4>(wanted, [=](BYTE* target, V places) {
                 const Eight indexes(_mm256_madd_epi16(places, factors));
-                combine(x, indexes, indexes);
+                combine(target, indexes, indexes);
             });
         }
-        return ForTexels(count, walk, [=](int x, V places) {
-            combine(x, Eight(_mm256_madd_epi16(places, factors)), Eight(_mm256_madd_epi16(places, planeFactors)));
+        return ForGroups<4>(wanted, [=](BYTE* target, V places) {
+            combine(target, Eight(_mm256_madd_epi16(places, factors)), Eight(_mm256_madd_epi16(places, planeFactors)));
         });
     }
-    static bool GatherBytes(BYTE* target, const BYTE* source, int pitch, int count, const TexelWalk& walk) {
+    template <class Texels>
+    static bool GatherBytes(const BYTE* source, int pitch, const Texels& wanted) {
         const V factors = PlaceFactors(pitch);
-        return FitsWord(pitch) && ForTexels(count, walk, [=](int x, V places) {
+        return FitsWord(pitch) && ForGroups<1>(wanted, [=](BYTE* target, V places) {
                    const Eight indexes(_mm256_madd_epi16(places, factors));
-                   _mm_storel_epi64(reinterpret_cast<__m128i*>(target + x), BytesAt(source, indexes));
+                   _mm_storel_epi64(reinterpret_cast<__m128i*>(target), BytesAt(source, indexes));
                });
     }
     // Each of the low 8 bytes as two words.

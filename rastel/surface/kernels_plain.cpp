@@ -202,14 +202,12 @@ void DilateRow(BYTE* target, const BYTE* counts, int width, int window, BYTE val
     }
 }
 
-void TextureRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                DWORD stepV) {
-    TexelsInTurn(target, source, sourcePitch, count, {u, v, stepU, stepV});
+void TextureRow(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line) {
+    TexelsInTurn(target, source, sourcePitch, count, {line});
 }
 
-void TextureBytesRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                     DWORD stepV) {
-    TexelsInTurn<1>(target, source, sourcePitch, count, {u, v, stepU, stepV});
+void TextureBytesRow(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line) {
+    TexelsInTurn<1>(target, source, sourcePitch, count, {line});
 }
 
 void TextureBlendRow(BYTE* target, const BYTE* source, const BYTE* alpha, int count) {
@@ -233,18 +231,41 @@ const BYTE* TexelAt(const BYTE* source, std::ptrdiff_t pitch, const TexelWalk& a
     return source + at.Row() * pitch + static_cast<std::ptrdiff_t>(at.Column()) * bytesPerPixel;
 }
 
-void TextureKeyRow(BYTE* target, const BYTE* source, int sourcePitch, int count, DWORD u, DWORD v, DWORD stepU,
-                   DWORD stepV, DWORD key) {
-    AlongLine(target, count, {u, v, stepU, stepV}, [=](BYTE* t, const TexelWalk& at) {
+void TextureKeyRow(BYTE* target, const BYTE* source, int sourcePitch, int count, TexelLine line, DWORD key) {
+    AlongLine(target, count, {line}, [=](BYTE* t, const TexelWalk& at) {
         KeyCopyRect(t, 0, TexelAt(source, sourcePitch, at, 4), 0, 1, 1, key);
     });
 }
 
 void TexturePlaneRow(BYTE* target, const BYTE* source, int sourcePitch, const BYTE* plane, int planePitch, int count,
-                     DWORD u, DWORD v, DWORD stepU, DWORD stepV) {
-    AlongLine(target, count, {u, v, stepU, stepV}, [=](BYTE* t, const TexelWalk& at) {
+                     TexelLine line) {
+    AlongLine(target, count, {line}, [=](BYTE* t, const TexelWalk& at) {
         TextureBlendRow(t, TexelAt(source, sourcePitch, at, 4), TexelAt(plane, planePitch, at, 1), 1);
     });
+}
+
+void TextureTile(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                 const TexelLine* lines) {
+    TexelTile{target, targetPitch, count, lines}.ForRows(
+        [=](BYTE* row, TexelLine line) { TextureRow(row, source, sourcePitch, count, line); });
+}
+
+void TextureBytesTile(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                      const TexelLine* lines) {
+    TexelTile{target, targetPitch, count, lines}.ForRows(
+        [=](BYTE* row, TexelLine line) { TextureBytesRow(row, source, sourcePitch, count, line); });
+}
+
+void TextureKeyTile(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, int count,
+                    const TexelLine* lines, DWORD key) {
+    TexelTile{target, targetPitch, count, lines}.ForRows(
+        [=](BYTE* row, TexelLine line) { TextureKeyRow(row, source, sourcePitch, count, line, key); });
+}
+
+void TexturePlaneTile(BYTE* target, int targetPitch, const BYTE* source, int sourcePitch, const BYTE* plane,
+                      int planePitch, int count, const TexelLine* lines) {
+    TexelTile{target, targetPitch, count, lines}.ForRows(
+        [=](BYTE* row, TexelLine line) { TexturePlaneRow(row, source, sourcePitch, plane, planePitch, count, line); });
 }
 
 // convert(target, source) for each pixel; the target's have `bytes` each.
@@ -324,6 +345,10 @@ const RowTable plainTable = {
     .textureBytesRow = TextureBytesRow,
     .textureKeyRow = TextureKeyRow,
     .texturePlaneRow = TexturePlaneRow,
+    .textureTile = TextureTile,
+    .textureBytesTile = TextureBytesTile,
+    .textureKeyTile = TextureKeyTile,
+    .texturePlaneTile = TexturePlaneTile,
     .textureBlendRow = TextureBlendRow,
     .to555Rect = To555Rect,
     .to565Rect = To565Rect,

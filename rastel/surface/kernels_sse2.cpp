@@ -147,15 +147,18 @@ struct Vec {
     };
 
     // Textures. Nothing is gathered in this set.
-    template <class Use>
-    static bool GatherTexels(const BYTE*, int, int, const TexelWalk&, Use) {
+    template <class... Anything>
+    static bool GatherTexels(const Anything&...) {
         return false;
     }
-    template <class Use>
-    static bool GatherCovered(const BYTE*, int, const BYTE*, int, int, const TexelWalk&, Use) {
+    template <class... Anything>
+    static bool GatherCovered(const Anything&...) {
         return false;
     }
-    static bool GatherBytes(BYTE*, const BYTE*, int, int, const TexelWalk&) { return false; }
+    template <class... Anything>
+    static bool GatherBytes(const Anything&...) {
+        return false;
+    }
     static V CoverageWords(const BYTE* at) {   // of one vector of pixels
         const V words = WidenLow(LoadQuarter(at));
         return _mm_unpacklo_epi16(words, words);

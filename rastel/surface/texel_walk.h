@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "rastel/platform/types.h"
+#include "rastel/surface/texel_line.h"
 
 namespace rastel::kernels {
 
@@ -13,16 +14,13 @@ namespace rastel::kernels {
 // copy of what they share.
 namespace {
 
-// The texel of a row's first pixel and the way to the next, in 16.16. Sums wrap.
-struct TexelWalk {
-    DWORD u, v;
-    DWORD stepU, stepV;
-
+// Sums wrap.
+struct TexelWalk : TexelLine {
     int Column() const { return static_cast<int>(u >> 16); }
     int Row() const { return static_cast<int>(v >> 16); }
     TexelWalk After(int pixels) const {
         const auto count = static_cast<DWORD>(pixels);
-        return {u + stepU * count, v + stepV * count, stepU, stepV};
+        return {{u + stepU * count, v + stepV * count, stepU, stepV}};
     }
 };
 
@@ -44,6 +42,28 @@ inline void TexelsInTurn(BYTE* target, const BYTE* source, std::ptrdiff_t pitch,
         texel(i);
     }
 }
+
+// What texels are wanted for: a row of pixels, or `tileRows` of them, one below the other.
+struct TexelRow {
+    BYTE* target;
+    int count;
+    TexelWalk walk;
+};
+
+struct TexelTile {
+    BYTE* target;
+    int targetPitch;
+    int count;
+    const TexelLine* lines;
+
+    // drawRow(target, line)
+    template <class DrawRow>
+    void ForRows(DrawRow drawRow) const {
+        for (int row = 0; row < tileRows; ++row) {
+            drawRow(target + static_cast<std::ptrdiff_t>(row) * targetPitch, lines[row]);
+        }
+    }
+};
 
 }   // namespace
 

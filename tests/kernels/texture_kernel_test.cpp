@@ -9,6 +9,8 @@
 
 using rastel::kernels::AllTables;
 using rastel::kernels::RowTable;
+using rastel::kernels::TexelLine;
+using rastel::kernels::tileRows;
 
 namespace {
 
@@ -69,7 +71,7 @@ TEST(TextureKernels, TakeTheTexelsThatTheLineMeets) {
             const Line u(texture.width, count, random), v(texture.height, count, random);
             std::vector<BYTE> row(static_cast<std::size_t>(count * bytes)), expected;
             const auto draw = bytes == 4 ? table->textureRow : table->textureBytesRow;
-            draw(row.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step);
+            draw(row.data(), texture.first, texture.pitch, count, {u.start, v.start, u.step, v.step});
             for (DWORD i = 0; i < static_cast<DWORD>(count); ++i) {
                 const BYTE* const texel = texture.At(u.start + i * u.step, v.start + i * v.step);
                 expected.insert(expected.end(), texel, texel + bytes);
@@ -131,21 +133,75 @@ TEST(TextureKernels, CombineTheTexelsWithTheTarget) {
             const Line u(width, count, random), v(height, count, random);
             const auto pixels = static_cast<std::size_t>(count);
             std::vector<BYTE> texels(4 * pixels), coverage(pixels);
-            plain.textureRow(texels.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step);
-            plain.textureBytesRow(coverage.data(), plane.first, plane.pitch, count, u.start, v.start, u.step, v.step);
+            const TexelLine line = {u.start, v.start, u.step, v.step};
+            plain.textureRow(texels.data(), texture.first, texture.pitch, count, line);
+            plain.textureBytesRow(coverage.data(), plane.first, plane.pitch, count, line);
 
             const std::vector<BYTE> before = RandomBytes(4 * pixels, random);
             std::vector<BYTE> target = before, expected = before;
             plain.keyCopyRect(expected.data(), 0, texels.data(), 0, count, 1, 0x123456);
-            table->textureKeyRow(target.data(), texture.first, texture.pitch, count, u.start, v.start, u.step, v.step,
-                                 0x123456);
+            table->textureKeyRow(target.data(), texture.first, texture.pitch, count, line, 0x123456);
             ASSERT_EQ(target, expected) << table->name << ", " << count << " texels through a key";
 
             target = expected = before;
             plain.textureBlendRow(expected.data(), texels.data(), coverage.data(), count);
-            table->texturePlaneRow(target.data(), texture.first, texture.pitch, plane.first, plane.pitch, count,
-                                   u.start, v.start, u.step, v.step);
+            table->texturePlaneRow(target.data(), texture.first, texture.pitch, plane.first, plane.pitch, count, line);
             ASSERT_EQ(target, expected) << table->name << ", " << count << " texels through a plane";
+        }
+    }
+}
+
+TEST(TextureKernels, DrawTilesAsRowsOfTheSameLines) {
+    const RowTable& plain = rastel::kernels::PlainRows();
+    for (const RowTable* table : AllTables()) {
+        if (!table->runsHere()) {
+            continue;
+        }
+        std::minstd_rand random(13);
+        for (int round = 0; round < 1000; ++round) {
+            const int count = round % 9 * rastel::kernels::tileColumns, targetPitch = count * 4 + round % 3 * 4;
+            const Texture texture(4, 4 * (1 + round % 22), random);
+            Texture plane(1, texture.width, random);
+            for (BYTE& byte : plane.memory) {
+                byte = random() % 4 == 0 ? byte : round % 2 ? 0 : 255;
+            }
+            TexelLine lines[tileRows];
+            for (TexelLine& line : lines) {
+                const Line u(texture.width, count, random), v(std::min(texture.height, plane.height), count, random);
+                line = {u.start, v.start, u.step, v.step};
+            }
+            const DWORD key = static_cast<DWORD>(texture.At(lines[0].u, lines[0].v)[0]) * 0x10101;
+            const std::vector<BYTE> before = RandomBytes(static_cast<std::size_t>(targetPitch * tileRows), random);
+            const auto expectSame = [&](const char* what, int rowPitch, auto drawTile, auto drawRow) {
+                std::vector<BYTE> target = before, expected = before;
+                drawTile(target.data(), rowPitch);
+                for (int row = 0; row < tileRows; ++row) {
+                    drawRow(expected.data() + row * rowPitch, lines[row]);
+                }
+                ASSERT_EQ(target, expected) << table->name << ", " << count << " columns " << what;
+            };
+            const BYTE *const texels = texture.first, *const bytes = plane.first;
+            const int pitch = texture.pitch, bytePitch = plane.pitch;
+            expectSame(
+                "of texels", targetPitch,
+                [&](BYTE* to, int toPitch) { table->textureTile(to, toPitch, texels, pitch, count, lines); },
+                [&](BYTE* to, TexelLine line) { plain.textureRow(to, texels, pitch, count, line); });
+            expectSame(
+                "of bytes", targetPitch / 4,
+                [&](BYTE* to, int toPitch) { table->textureBytesTile(to, toPitch, bytes, bytePitch, count, lines); },
+                [&](BYTE* to, TexelLine line) { plain.textureBytesRow(to, bytes, bytePitch, count, line); });
+            expectSame(
+                "through a key", targetPitch,
+                [&](BYTE* to, int toPitch) { table->textureKeyTile(to, toPitch, texels, pitch, count, lines, key); },
+                [&](BYTE* to, TexelLine line) { plain.textureKeyRow(to, texels, pitch, count, line, key); });
+            expectSame(
+                "through a plane", targetPitch,
+                [&](BYTE* to, int toPitch) {
+                    table->texturePlaneTile(to, toPitch, texels, pitch, bytes, bytePitch, count, lines);
+                },
+                [&](BYTE* to, TexelLine line) {
+                    plain.texturePlaneRow(to, texels, pitch, bytes, bytePitch, count, line);
+                });
         }
     }
 }

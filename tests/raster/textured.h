@@ -30,9 +30,9 @@ struct Random {
 struct Stores {
     Stores(Random& random, int targetWidth, int targetHeight, int sourceWidth, int sourceHeight)
         : target(targetWidth, targetHeight, targetWidth % 6),
-          source(sourceWidth, sourceHeight, sourceWidth % 7),
+          source(sourceWidth, sourceHeight, sourceWidth % 16 == 0 ? 0 : sourceWidth % 7),
           targetPlane(targetWidth, targetHeight, targetWidth % 4),
-          sourcePlane(sourceWidth, sourceHeight, sourceWidth % 5) {
+          sourcePlane(sourceWidth, sourceHeight, sourceWidth % 16 == 0 ? 0 : sourceWidth % 5) {
         for (Bytes* const bytes : {&target.bytes, &source.bytes, &targetPlane.bytes, &sourcePlane.bytes}) {
             for (unsigned char& byte : *bytes) {
                 byte = static_cast<unsigned char>(random.OneIn(4) ? 0 : random.OneIn(2) ? 255 : random.Pick(0, 255));

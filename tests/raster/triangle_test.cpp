@@ -1,6 +1,7 @@
 // The four triangle operations against the literal walk, within and beyond a face's limits, and their locks.
 #include <climits>
 
+#include "rastel/raster/triangle.h"
 #include "tests/raster/textured.h"
 #include "tests/support/plane.h"
 #include "tests/support/test_store.h"
@@ -54,6 +55,31 @@ TEST_P(Ways, EqualTheLiteralWalk) {
         }
     }
     EXPECT_GT(changed, 8000) << "too few triangles were seen";
+}
+
+// Their spans run down a texture whose rows lie a power of two apart, which has an order of drawing of its own.
+TEST_P(Ways, EqualTheLiteralWalkWhereTheyCrowdTheCache) {
+    Random random;
+    int crowding = 0;
+    for (int scene = 0; scene < 300; ++scene) {
+        Stores stores(random, random.Pick(90, 200), random.Pick(1, 60), 1024, random.Pick(60, 120));
+        FACE3D face;
+        for (auto& p : face.vertices) {
+            p = {random.Pick(-40, 240), random.Pick(-20, 80), random.Pick(500, 505), 0};
+            p.v = std::clamp((random.OneIn(3) ? 200 - p.x : p.x) / 2, 0, stores.source.GetHeight() - 1);
+        }
+        const CRect limit = stores.target.GetRect();
+        CRect rect(random.Pick(-9, 20), random.Pick(-9, 20), random.Pick(50, 300), random.Pick(0, 90));
+        CRect* const clip = random.OneIn(2) ? nullptr : &rect;
+        crowding +=
+            !raster::HasNothingToDraw(face, limit) &&
+            raster::CrowdsTheCache(face, GetParam() == Way::plane ? 1024 : 4096, GetParam() == Way::plane ? 1 : 4);
+        Bytes expected = stores.Drawn(GetParam());
+        stores.DrawLiterally(GetParam(), face, clip, expected);
+        ASSERT_EQ(stores.Draw(GetParam(), face, clip), 1);
+        ASSERT_TRUE(stores.Drawn(GetParam()) == expected) << "scene " << scene;
+    }
+    EXPECT_GT(crowding, 100);
 }
 
 int Wild(Random& random) {
