@@ -326,19 +326,21 @@ struct Vec {
                    use(target, TexelsAt(source, Eight(_mm256_madd_epi16(places, factors))));
                });
     }
-    // use(target, texels, coverage), with the bytes of a plane at the same places as by CoverageWords. Texels of no
-    // coverage may be left out.
-    template <class Texels, class Use>
+    // blend(target, texels, coverage), with the bytes of a plane at the same places as by CoverageWords, or
+    // replace(target, texels) where all of them are solid. Texels of no coverage may be left out.
+    template <class Texels, class Replace, class Blend>
     static bool GatherCovered(const BYTE* source, int pitch, const BYTE* plane, int planePitch, const Texels& wanted,
-                              Use use) {
+                              Replace replace, Blend blend) {
         if (pitch % 4 != 0 || !FitsWord(pitch / 4) || !FitsWord(planePitch)) {
             return false;
         }
         const V factors = PlaceFactors(pitch / 4), planeFactors = PlaceFactors(planePitch);
         const auto combine = [=](BYTE* target, const Eight& indexes, const Eight& planeIndexes) {
             const __m128i coverage = BytesAt(plane, planeIndexes);
-            if (!_mm_testz_si128(coverage, coverage)) {
-                use(target, TexelsAt(source, indexes), RepeatedWords(coverage));
+            if (_mm_testc_si128(coverage, _mm_set_epi64x(0, -1)) != 0) {
+                replace(target, TexelsAt(source, indexes));
+            } else if (_mm_testz_si128(coverage, coverage) == 0) {
+                blend(target, TexelsAt(source, indexes), RepeatedWords(coverage));
             }
         };
         if (pitch / 4 == planePitch) {   // as stores of one size mostly have them

@@ -126,9 +126,10 @@ TEST(TextureKernels, CombineTheTexelsWithTheTarget) {
             for (std::size_t i = 0; i + 4 <= texture.memory.size(); i += random() % 3 == 0 ? 4 : 8) {
                 std::copy_n("\x56\x34\x12", 3, texture.memory.begin() + static_cast<std::ptrdiff_t>(i));
             }
-            const bool isHard = random() % 2 == 0;   // groups without coverage come up only where most have none
+            const bool isHard = random() % 2 == 0;   // groups of one coverage come up only where most have it
+            const BYTE usual = random() % 2 == 0 ? 255 : 0;
             for (BYTE& byte : plane.memory) {
-                byte = isHard ? (random() % 16 == 0 ? 255 : 0) : random() % 4 == 0 ? 255 : byte;
+                byte = isHard ? (random() % 16 == 0 ? 255 - usual : usual) : random() % 4 == 0 ? 255 : byte;
             }
             const Line u(width, count, random), v(height, count, random);
             const auto pixels = static_cast<std::size_t>(count);
