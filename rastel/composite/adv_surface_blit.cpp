@@ -123,9 +123,6 @@ int CAdvSurface::AlphaConstBlt(int x, int y, CAdvSurface& src, int alpha, CRect*
 }
 
 int CAdvSurface::StretchBlt(CRect* pDstRect, CAdvSurface& src, CRect* pSrcRect, CRect* pClip) {
-    if (!m_pSurface || !src.m_pSurface) {
-        return 0;
-    }
     CRect rcDst = pDstRect ? *pDstRect : GetRect();
     CRect rcSrc = src.GetRect();
     if (pSrcRect) {
@@ -134,6 +131,9 @@ int CAdvSurface::StretchBlt(CRect* pDstRect, CAdvSurface& src, CRect* pSrcRect, 
     const int width = rcDst.Width(), height = rcDst.Height();
     if (width == 0 || height == 0) {
         return 1;
+    }
+    if (!m_pSurface || !src.m_pSurface) {
+        return 0;
     }
     if (width == rcSrc.Width() && height == rcSrc.Height()) {
         return Blt(rcDst.left, rcDst.top, src, &rcSrc, pClip);

@@ -1,5 +1,8 @@
 #include "rastel/text/text_contexts.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "rastel/alpha/alpha_channel.h"
 #include "rastel/composite/adv_surface.h"
 
@@ -17,7 +20,7 @@ void StrokeLine(HDC hDC, int x, int y, int length, int thickness, COLORREF color
     const HGDIOBJ oldPen = pen ? ::SelectObject(hDC, pen) : nullptr;
     if (oldPen) {
         ::MoveToEx(hDC, x, y, nullptr);
-        ::LineTo(hDC, x + length, y);
+        ::LineTo(hDC, static_cast<int>(std::min<std::int64_t>(std::int64_t{x} + length, INT32_MAX)), y);
         ::SelectObject(hDC, oldPen);
     }
     if (pen) {

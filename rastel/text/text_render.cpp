@@ -155,6 +155,15 @@ void CTextRender::OpenContext() {
     ::SetTextAlign(m_hDC, 0);
 }
 
+// Of the font that the context has now: a host's own Initilize may not have come here since the last SetFont.
+GlyphShelf& CTextRender::Shelf() {
+    if (!m_pShelf) {
+        m_pShelf = new GlyphShelf;
+    }
+    m_pShelf->Refresh(m_hDC);
+    return *m_pShelf;
+}
+
 void CTextRender::Initilize(const wchar_t* text) {
     if (!text) {
         return;
@@ -166,16 +175,13 @@ void CTextRender::Initilize(const wchar_t* text) {
     UINT width = 0;
     UINT height = 0;
     try {
-        if (!m_pShelf) {
-            m_pShelf = new GlyphShelf;
-        }
-        m_pShelf->Refresh(m_hDC);
+        GlyphShelf& shelf = Shelf();
         for (; *text; ++text) {
             unsigned character = static_cast<unsigned>(*text);
             if (IsPair(text, 2) && CharacterOfPair(text)) {
                 character = CharacterOfPair(text++);
             }
-            Glyph& glyph = m_pShelf->At(character);
+            Glyph& glyph = shelf.At(character);
             if (!glyph.isMeasured) {
                 const DWORD bytes =
                     ::GetGlyphOutlineW(m_hDC, character, GGO_GRAY8_BITMAP, &glyph.measured, 0, nullptr, &identity);
@@ -238,15 +244,14 @@ void CTextRender::Draw(CAdvSurface& target, int x, int y, const wchar_t* text, i
     OUTLINETEXTMETRICW outline = {};
     outline.otmSize = sizeof(outline);
     ::GetOutlineTextMetricsW(m_hDC, sizeof(outline), &outline);
-    const bool isSmooth = outline.otmsUnderscoreSize > 1 && m_pGlyphMask && m_pGlyphBuffer && m_pShelf;
+    const bool isSmooth = outline.otmsUnderscoreSize > 1 && m_pGlyphMask && m_pGlyphBuffer;
     const int whole = ::lstrlenW(text);
     if (length < 0 || length > whole) {
         length = whole;
     }
     try {
         Line line{target, clip, y, ReusesLastGlyph(), noCharacter, {}, {target, clip, m_hFont, m_Color}};
-        GlyphShelf shelf;
-        const std::vector<int>& extents = (m_pShelf ? *m_pShelf : shelf).Extents(m_hDC, text, length);
+        const std::vector<int>& extents = Shelf().Extents(m_hDC, text, length);
         for (int i = 0, units; i < length; i += units) {
             const bool isPair = IsPair(text + i, length - i);
             units = isPair ? 2 : 1;

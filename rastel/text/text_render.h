@@ -67,6 +67,7 @@ private:
     struct Line;   // what the characters of one Draw have in common
 
     void OpenContext();
+    rastel::text::GlyphShelf& Shelf();   // may throw std::bad_alloc
     void FillMask(const rastel::text::Glyph& glyph);
     void BlendGlyph(Line& line, const rastel::text::Glyph& glyph, int penX);
     void BlendThroughPlane(CAdvSurface& target, int x, int y, CRect& source, CRect& clip);

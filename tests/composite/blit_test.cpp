@@ -181,8 +181,10 @@ TEST_F(CompositeBlit, WithoutAColourStoreEverythingRefuses) {
     EXPECT_EQ(whole.AlphaConstBlt(0, 0, empty, 0, nullptr, nullptr), 0);
     EXPECT_EQ(empty.FillColor(nullptr, 1, nullptr), 0);
     EXPECT_EQ(empty.ShadowBlt(nullptr, 50), 0);
-    EXPECT_EQ(empty.StretchBlt(nullptr, whole, nullptr, nullptr), 0);
+    CRect box(0, 0, 5, 5), flat(0, 0, 5, 0);
+    EXPECT_EQ(empty.StretchBlt(&box, whole, nullptr, nullptr), 0);
     EXPECT_EQ(whole.StretchBlt(nullptr, empty, nullptr, nullptr), 0);
+    EXPECT_EQ(whole.StretchBlt(&flat, empty, nullptr, nullptr), 1) << "a stretch onto nothing asks for nothing";
     EXPECT_EQ(whole.Blt(0, 0, whole, nullptr, nullptr), 0);   // onto itself
     EXPECT_NE(whole.LockData(), nullptr);
     whole.UnlockData();

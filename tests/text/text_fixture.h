@@ -33,6 +33,12 @@ public:
     using CTextRender::m_pGlyphBuffer;
     using CTextRender::m_pGlyphMask;
     using CTextRender::m_pTempSurface;
+    void Initilize(const wchar_t* text) override {
+        if (prepares) {
+            CTextRender::Initilize(text);
+        }
+    }
+    bool prepares = true;
 };
 
 class SpySurface : public CDibSurface {

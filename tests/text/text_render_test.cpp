@@ -84,6 +84,10 @@ TEST_F(TextRender, EachFontHasItsOwnShapes) {
     EXPECT_NE(large, small);
     Use(kSmoothHeight);
     EXPECT_EQ(drawn(), large);
+    render.prepares = false;
+    Use(40);
+    EXPECT_EQ(drawn(), small) << "drawn without a preparation of its own";
+    Use(kSmoothHeight);
 
     const LOGFONTW other = Described(40);
     const HFONT font = CreateFontIndirectW(&other);
@@ -183,7 +187,9 @@ TEST_F(TextRender, OddTextsAndPlacesAreSurvived) {
                            0};
     for (const int height : {kThinHeight, kSmoothHeight}) {
         for (const int withAlpha : {0, 1}) {
-            Use(height);
+            LOGFONTW font = Described(height);
+            font.lfUnderline = 1;
+            Use(font);
             const auto target = MakeTarget(withAlpha);
             render.Draw(*target, 5, 60, odd, -1);
             EXPECT_GT(Inked(*target).right, 0);
