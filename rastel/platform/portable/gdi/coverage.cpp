@@ -5,21 +5,11 @@
 #include "rastel/platform/portable/gdi/pixel_color.h"
 #include "rastel/platform/portable/gdi/pixel_convert.h"
 #include "rastel/platform/portable/gdi/pixel_rows.h"
+#include "rastel/platform/portable/gdi/row_kernels.h"
 
 namespace rastel::platform {
 
 namespace {
-
-// (color * coverage + target * (255 - coverage)) / 255, rounded; one channel.
-DWORD Mix(DWORD target, DWORD color, DWORD coverage) {
-    return (color * coverage + target * (255 - coverage) + 127) / 255;
-}
-
-DWORD MixPixel(DWORD target, DWORD color, DWORD coverage) {
-    return Mix(target & 0xFF, color & 0xFF, coverage) |
-           (Mix((target >> 8) & 0xFF, (color >> 8) & 0xFF, coverage) << 8) |
-           (Mix((target >> 16) & 0xFF, (color >> 16) & 0xFF, coverage) << 16);
-}
 
 // Blends rows of one canvas. Pixels are widened to 8 bits a channel and back; those that nothing covers are not
 // written at all, so that no bit of theirs is lost on the way.
@@ -45,10 +35,7 @@ public:
             }
             LoadRow(row, bitsPerPixel, x + i, end - i, values_.data());
             widen_.Map(values_.data(), values_.data(), end - i);
-            for (int k = i; k < end; ++k) {
-                DWORD& value = values_[static_cast<std::size_t>(k - i)];
-                value = MixPixel(value, color, coverage[k]);
-            }
+            Kernels().mix(reinterpret_cast<unsigned char*>(values_.data()), 0, coverage + i, 0, end - i, 1, color);
             narrow_.Map(values_.data(), values_.data(), end - i);
             StoreRow(row, bitsPerPixel, x + i, end - i, values_.data());
             i = end;
