@@ -7,7 +7,8 @@
 
 namespace rastel::platform {
 
-// From now on the fonts in that file are found by their family names. False: not a font that can be used.
+// From now on the fonts in that file are found by their family names. False: not a font that can be used. A CTextRender
+// goes on with the characters it has drawn before, until its context has another font or one that measures otherwise.
 RASTEL_API bool AddFontFile(const std::string& path);
 
 RASTEL_API void RemoveAddedFontFiles();
